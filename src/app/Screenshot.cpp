@@ -1,0 +1,43 @@
+#include "Screenshot.h"
+
+#include <QApplication>
+#include <QPixmap>
+#include <QTimer>
+#include <QWidget>
+
+#include <cstdio>
+#include <memory>
+
+namespace kavori {
+
+void ScreenshotFirstWindowIfAsked()
+{
+    const QString target = qEnvironmentVariable("KAVORI_SCREENSHOT");
+    if (target.isEmpty())
+        return;
+    auto* poll = new QTimer(qApp);
+    poll->setInterval(250);
+    auto waited = std::make_shared<int>(0);
+    QObject::connect(poll, &QTimer::timeout, qApp, [poll, target, waited] {
+        QWidget* window = QApplication::activeModalWidget();
+        if (!window) {
+            for (QWidget* w : QApplication::topLevelWidgets()) {
+                if (w->isVisible() && w->objectName() != QLatin1String("WaitFrm")) {
+                    window = w;
+                    break;
+                }
+            }
+        }
+        // Give the window a second to settle after it appears (start timers, first paint).
+        if (!window || ++*waited < 4)
+            return;
+        poll->stop();
+        const bool saved = window->grab().save(target, "PNG");
+        std::fprintf(stderr, "%s %s\n", saved ? "Screenshot saved to" : "Could not save",
+                     qPrintable(target));
+        QApplication::exit(saved ? 0 : 1);
+    });
+    poll->start();
+}
+
+} // namespace kavori

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QString>
+
+namespace kavori {
+
+// When $KAVORI_SCREENSHOT names a PNG file, the first window the program shows is saved there
+// once it has painted, and the program quits. Used to look at the program without a display.
+void ScreenshotFirstWindowIfAsked();
+
+} // namespace kavori

@@ -1,0 +1,109 @@
+#include "AppPaths.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+namespace kavori {
+
+QString PathSeparator()
+{
+    return QStringLiteral("/");
+}
+
+QString AddSlash(const QString& folder)
+{
+    if (folder.endsWith(u'/'))
+        return folder;
+    return folder + u'/';
+}
+
+QString AppPath()
+{
+    const QString home = qEnvironmentVariable("KAVORI_HOME");
+    if (!home.isEmpty())
+        return AddSlash(QDir::cleanPath(QDir(home).absolutePath()));
+    return AddSlash(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)) +
+           QStringLiteral("Kavori/");
+}
+
+bool EnsureAppHome()
+{
+    const QString home = AppPath();
+    QDir dir;
+    if (!dir.mkpath(home))
+        return false;
+    for (const char* folder : {"Slides", "Bonus/Textures", "Bonus/Sounds"})
+        dir.mkpath(PathNoCase(home, QString::fromLatin1(folder)));
+
+    // Everything under the built-in ":/home" goes to the same place in the program's folder.
+    QDirIterator it(QStringLiteral(":/home"), QDir::Files, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString source = it.next();
+        const QString relative = source.mid(QStringLiteral(":/home/").size());
+        const QString target = PathNoCase(home, relative);
+        if (QFileInfo::exists(target))
+            continue;
+        dir.mkpath(QFileInfo(target).absolutePath());
+        if (QFile::copy(source, target))
+            QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner |
+                                              QFile::ReadGroup | QFile::ReadOther);
+    }
+    return QFileInfo(home).isDir();
+}
+
+QString TempPath()
+{
+    return AddSlash(QDir::tempPath());
+}
+
+bool IsFullPath(const QString& path)
+{
+    return !path.isEmpty() && QDir::isAbsolutePath(path);
+}
+
+QString FolderOf(const QString& path)
+{
+    const qsizetype slash = path.lastIndexOf(u'/');
+    return slash < 0 ? QString() : path.left(slash + 1);
+}
+
+QString FileNameOf(const QString& path)
+{
+    return path.mid(path.lastIndexOf(u'/') + 1);
+}
+
+bool HasExtension(const QString& path, const QString& extension)
+{
+    return path.endsWith(extension, Qt::CaseInsensitive);
+}
+
+QString PathNoCase(const QString& folder, const QString& relative)
+{
+    QString current = AddSlash(folder);
+    const QStringList parts = relative.split(u'/', Qt::SkipEmptyParts);
+    for (qsizetype i = 0; i < parts.size(); ++i) {
+        const QString& part = parts[i];
+        QString found = part;
+        if (!QFileInfo::exists(current + part)) {
+            const QStringList entries =
+                QDir(current).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
+            for (const QString& entry : entries) {
+                if (entry.compare(part, Qt::CaseInsensitive) == 0) {
+                    found = entry;
+                    break;
+                }
+            }
+        }
+        current += found;
+        if (i + 1 < parts.size())
+            current += u'/';
+    }
+    if (relative.endsWith(u'/'))
+        current = AddSlash(current);
+    return current;
+}
+
+} // namespace kavori

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QString>
+
+namespace kavori {
+
+// The program's folder, where KAVORI.INI, LangFile.DAT, BONUSPAK.DAT, Slides/ and Bonus/ live:
+// $KAVORI_HOME when set, else the user data folder. Always ends in "/".
+QString AppPath();
+
+// Creates the program's folder on first use and fills it with what a fresh home holds
+// (Slides/, Bonus/Textures/, Bonus/Sounds/, BLANK.WAV, the help pages). Existing files are
+// never replaced. Returns false when the folder cannot be made.
+bool EnsureAppHome();
+
+// The system's temporary folder, ending in "/" (scratch images, the undo snapshot).
+QString TempPath();
+
+// The path separator the program writes, and a path with it appended when missing.
+QString PathSeparator();
+QString AddSlash(const QString& folder);
+
+// A full path rather than a bare or relative name.
+bool IsFullPath(const QString& path);
+
+// The folder part of a path, ending in "/" (empty for a bare name), and the file name part.
+QString FolderOf(const QString& path);
+QString FileNameOf(const QString& path);
+
+// True when the path ends in the extension (".JPEG", ".KAV", ...) compared without case.
+bool HasExtension(const QString& path, const QString& extension);
+
+// The names the program owns ("Slides", "SLIDES", "Bonus/Textures") are found without regard
+// to case: each part of relative is matched against what exists under folder. Parts that do
+// not exist are appended as given.
+QString PathNoCase(const QString& folder, const QString& relative);
+
+} // namespace kavori

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QString>
+
+namespace kavori {
+
+// The help pages (the original "KAVORIX.HLP") live in the program's folder as HTML and open in
+// the user's browser. topic is a page name without extension; empty opens the contents.
+QString HelpPagePath(const QString& topic = QString());
+void ShowHelp(const QString& topic = QString());
+
+} // namespace kavori

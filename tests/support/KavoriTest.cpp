@@ -1,0 +1,94 @@
+#include "KavoriTest.h"
+
+#include "platform/Display.h"
+#include "platform/SoundDevices.h"
+#include "runtime/Random.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace kavori::test {
+
+namespace {
+const char* const kVariables[] = {"KAVORI_HOME",     "HOME",          "TMPDIR",
+                                  "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME",
+                                  "XDG_RUNTIME_DIR", "XDG_STATE_HOME"};
+}
+
+void KavoriTest::SetUp()
+{
+    m_dir = std::make_unique<QTemporaryDir>();
+    ASSERT_TRUE(m_dir->isValid());
+    const QString base = m_dir->path();
+    const QList<QPair<const char*, QString>> places = {
+        {"KAVORI_HOME", base + QStringLiteral("/kavori")},
+        {"HOME", base + QStringLiteral("/home")},
+        {"TMPDIR", base + QStringLiteral("/tmp")},
+        {"XDG_CONFIG_HOME", base + QStringLiteral("/home/.config")},
+        {"XDG_DATA_HOME", base + QStringLiteral("/home/.local/share")},
+        {"XDG_CACHE_HOME", base + QStringLiteral("/home/.cache")},
+        {"XDG_RUNTIME_DIR", base + QStringLiteral("/run")},
+        {"XDG_STATE_HOME", base + QStringLiteral("/home/.local/state")},
+    };
+    for (const char* name : kVariables)
+        m_savedEnv.insert(name, qgetenv(name));
+    for (const auto& [name, path] : places) {
+        QDir().mkpath(path);
+        QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        qputenv(name, QFile::encodeName(path));
+    }
+
+    auto recorder = std::make_unique<PromptRecorder>();
+    m_recorder = recorder.get();
+    m_previous = InstallPrompts(std::move(recorder));
+    Randomize(20261122u);
+    SetDisplayColorDepthOverride(32);
+    SetSoundDevicesOverride(true, true);
+}
+
+void KavoriTest::TearDown()
+{
+    InstallPrompts(std::move(m_previous));
+    m_recorder = nullptr;
+    SetDisplayColorDepthOverride(0);
+    SetSoundDevicesOverride(std::nullopt, std::nullopt);
+    for (auto it = m_savedEnv.cbegin(); it != m_savedEnv.cend(); ++it) {
+        if (it.value().isNull())
+            qunsetenv(it.key().constData());
+        else
+            qputenv(it.key().constData(), it.value());
+    }
+    m_dir.reset();
+}
+
+QString KavoriTest::root() const
+{
+    return m_dir->path() + u'/';
+}
+
+QString KavoriTest::home() const
+{
+    return root() + QStringLiteral("kavori/");
+}
+
+QString KavoriTest::writeFile(const QString& relative, const QByteArray& bytes) const
+{
+    const QString path = QFileInfo(relative).isAbsolute() ? relative : root() + relative;
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        return {};
+    file.write(bytes);
+    return path;
+}
+
+QByteArray KavoriTest::readFile(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    return file.readAll();
+}
+
+} // namespace kavori::test
