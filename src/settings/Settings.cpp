@@ -1,0 +1,16 @@
+#include "Settings.h"
+
+namespace kavori {
+
+Settings& CurrentSettings()
+{
+    static Settings settings;
+    return settings;
+}
+
+void ResetSettings()
+{
+    CurrentSettings() = Settings();
+}
+
+} // namespace kavori
