@@ -1,6 +1,23 @@
 #include "Settings.h"
 
+#include "platform/AppPaths.h"
+
 namespace kavori {
+
+QString SettingsFilePath()
+{
+    return PathNoCase(AppPath(), QStringLiteral("KAVORI.INI"));
+}
+
+QString ViewerSection()
+{
+    return QStringLiteral("Viewer");
+}
+
+QString PackageSection()
+{
+    return QStringLiteral("Package");
+}
 
 Settings& CurrentSettings()
 {

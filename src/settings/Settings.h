@@ -160,6 +160,11 @@ struct Settings {
     bool PackageAutorun = false;
 };
 
+// The settings file, "KAVORI.INI" in the program's folder, and its two sections.
+QString SettingsFilePath();
+QString ViewerSection();
+QString PackageSection();
+
 // The one settings object of the process.
 Settings& CurrentSettings();
 // Back to every default (tests, and before a fresh load).

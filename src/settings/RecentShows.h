@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+namespace kavori {
+
+// Puts a slide show at the top of the recent-shows list and writes the list to KAVORI.INI.
+// Paths that are empty, shorter than 8 characters or not full paths are ignored; a show
+// already in the list (compared without case) stays where it is.
+void AddRecentShow(const QString& path);
+
+// Writes RecentShow1 ... RecentShow20 of the settings object to KAVORI.INI.
+void WriteRecentShows();
+
+} // namespace kavori
