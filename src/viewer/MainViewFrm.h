@@ -1,6 +1,11 @@
 #pragma once
 
+#include "MainMenus.h"
+
 #include <QMainWindow>
+
+class QLabel;
+class QTimer;
 
 namespace kavori {
 
@@ -9,6 +14,21 @@ class MainViewFrm : public QMainWindow {
     Q_OBJECT
 public:
     explicit MainViewFrm(QWidget* parent = nullptr);
+
+    const MainMenus& menus() const { return m_menus; }
+
+    // Runs the one-shot start sequence now (the window runs it once it has appeared).
+    void runStartSequence();
+
+    // "Load Time: ..." for a start that took this many milliseconds.
+    static QString LoadTimeMessage(qint64 milliseconds);
+
+private:
+    void connectCommands();
+
+    MainMenus m_menus;
+    QTimer* m_timerStart = nullptr;
+    QLabel* m_statusText = nullptr;
 };
 
 } // namespace kavori
