@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 
 namespace kavori {
@@ -35,7 +36,9 @@ void ScreenshotFirstWindowIfAsked()
         const bool saved = window->grab().save(target, "PNG");
         std::fprintf(stderr, "%s %s\n", saved ? "Screenshot saved to" : "Could not save",
                      qPrintable(target));
-        QApplication::exit(saved ? 0 : 1);
+        // The window may be a modal question inside start-up: leave at once, whatever runs.
+        std::fflush(stderr);
+        std::_Exit(saved ? 0 : 1);
     });
     poll->start();
 }

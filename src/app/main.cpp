@@ -1,7 +1,6 @@
 #include "Screenshot.h"
-#include "platform/AppPaths.h"
 #include "runtime/Random.h"
-#include "viewer/MainViewFrm.h"
+#include "startup/EntryRoutine.h"
 
 #include <QApplication>
 
@@ -10,12 +9,11 @@ int main(int argc, char* argv[])
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Kavorix"));
     QApplication::setApplicationName(QStringLiteral("Kavori"));
-    kavori::EnsureAppHome();
     kavori::Randomize();
 
-    kavori::MainViewFrm window;
-    window.show();
-
     kavori::ScreenshotFirstWindowIfAsked();
+    const std::optional<int> exitCode = kavori::RunEntryRoutine(app.arguments().mid(1));
+    if (exitCode)
+        return *exitCode;
     return QApplication::exec();
 }

@@ -4,7 +4,10 @@
 #include "platform/SoundDevices.h"
 #include "runtime/Random.h"
 
+#include <QApplication>
 #include <QDir>
+#include <QPointer>
+#include <QWidget>
 #include <QFile>
 #include <QFileInfo>
 
@@ -49,6 +52,15 @@ void KavoriTest::SetUp()
 
 void KavoriTest::TearDown()
 {
+    // Windows a test opened go with it (menus and dialogs owned by them go along).
+    QList<QPointer<QWidget>> windows;
+    for (QWidget* w : QApplication::topLevelWidgets()) {
+        if (!w->parentWidget())
+            windows << w;
+    }
+    for (const QPointer<QWidget>& w : windows)
+        delete w.data();
+
     InstallPrompts(std::move(m_previous));
     m_recorder = nullptr;
     SetDisplayColorDepthOverride(0);

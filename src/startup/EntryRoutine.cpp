@@ -1,0 +1,121 @@
+#include "EntryRoutine.h"
+
+#include "CommandLine.h"
+#include "Modes.h"
+#include "StartupChecks.h"
+#include "StartupState.h"
+#include "WaitFrm.h"
+#include "platform/AppPaths.h"
+#include "platform/SoundDevices.h"
+#include "platform/TickCount.h"
+#include "platform/WindowLock.h"
+#include "runtime/DoEvents.h"
+#include "runtime/MsgBox.h"
+#include "settings/Settings.h"
+#include "viewer/MainViewFrm.h"
+
+#include <QApplication>
+#include <QDir>
+
+namespace kavori {
+
+namespace {
+
+// Every path that ends start-up closes the loading window and gives the pointer back.
+int endStartup(int code = 0)
+{
+    WaitFrm::CloseAll();
+    while (QApplication::overrideCursor())
+        QApplication::restoreOverrideCursor();
+    return code;
+}
+
+void handOver()
+{
+    while (QApplication::overrideCursor())
+        QApplication::restoreOverrideCursor();
+}
+
+} // namespace
+
+std::optional<int> RunEntryRoutine(const QStringList& arguments)
+{
+    StartupState& state = CurrentStartup();
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    DoEvents();
+
+    const NormalizedCommandLine normalized = NormalizeCommandLine(JoinArguments(arguments));
+    state.CommandLine = normalized.commandLine;
+    state.LoadStart = normalized.loadTime ? GetTickCount() : -1;
+    EnsureAppHome();
+
+    if (state.CommandLine.startsWith(QLatin1String("SCRNSAVE"))) {
+        if (WindowLock::Exists(ScreenSaverWindowTitle()))
+            return endStartup(); // a screen saver is running already
+        state.ScreenSaveUsePassword = false; // the system's locker asks for it here
+    } else {
+        WaitFrm::Open();
+    }
+
+    // The order is kept: settings first, then the checks that may read them.
+    ResetSettings();
+    DoEvents();
+    if (!CheckColorDepth(state.CommandLine))
+        return endStartup();
+    DoEvents();
+    state.WaveDevices = DetectWaveDevices();
+    state.MidiDevices = DetectMidiDevices();
+    DoEvents();
+    if (!CheckProgramPath())
+        return endStartup();
+    state.IsOldNT = false;
+
+    const EditRequest edit = TakeEditRequest(state.CommandLine);
+    state.EditFile = edit.editFile;
+    state.CommandLine = edit.commandLine;
+
+    const Settings& settings = CurrentSettings();
+    const StartDecision decision =
+        DecideStartMode(state.CommandLine, {settings.StartFullScreen, settings.CmdLineExit});
+    state.ScreenSaverMode = decision.screenSaverMode;
+    state.CommandLine = decision.commandLine;
+
+    switch (decision.mode) {
+    case StartMode::End:
+        return endStartup();
+    case StartMode::ScreenSaverSettings:
+        endStartup();
+        return RunScreenSaverSettingsMode();
+    case StartMode::FullScreenImage:
+        state.FullFile = decision.fullFile;
+        if (decision.exitAfterFullScreen)
+            return endStartup();
+        break;
+    case StartMode::SlideShow:
+    case StartMode::ScreenSaver: {
+        if (decision.floppy == FloppyCheck::InvalidFileName) {
+            MsgBox(InvalidFileNameMessage(decision.showPath), vbInformation + vbSystemModal);
+            return endStartup();
+        }
+        if (decision.floppy == FloppyCheck::AskForDisk &&
+            MsgBox(FloppyDiskQuestion(decision.showPath), vbOKCancel + vbInformation + vbSystemModal) ==
+                vbCancel)
+            return endStartup();
+        state.SavedCurDir = QDir::currentPath();
+        QDir::setCurrent(FolderOf(decision.showPath));
+        state.StartedFromShow = true;
+        endStartup();
+        return decision.mode == StartMode::ScreenSaver ? RunScreenSaverMode() : RunSlideShowMode();
+    }
+    case StartMode::MainWindow:
+        break;
+    }
+
+    auto* window = new MainViewFrm;
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->show();
+    handOver();
+    return std::nullopt;
+}
+
+} // namespace kavori

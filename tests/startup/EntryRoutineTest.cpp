@@ -1,0 +1,98 @@
+#include "platform/Display.h"
+#include "platform/UserSettings.h"
+#include "platform/WindowLock.h"
+#include "runtime/MsgBox.h"
+#include "startup/CommandLine.h"
+#include "startup/EntryRoutine.h"
+#include "startup/StartupState.h"
+#include "support/KavoriTest.h"
+#include "viewer/MainViewFrm.h"
+
+#include <QApplication>
+#include <QDir>
+
+using namespace kavori;
+
+class EntryRoutineTest : public kavori::test::KavoriTest {
+protected:
+    void SetUp() override
+    {
+        KavoriTest::SetUp();
+        ResetStartup();
+        m_cwd = QDir::currentPath();
+    }
+    void TearDown() override
+    {
+        QDir::setCurrent(m_cwd);
+        KavoriTest::TearDown();
+    }
+    static int windowsNamed(const char* name)
+    {
+        int n = 0;
+        for (QWidget* w : QApplication::topLevelWidgets()) {
+            if (w->objectName() == QLatin1String(name) && w->isVisible())
+                ++n;
+        }
+        return n;
+    }
+    QString m_cwd;
+};
+
+TEST_F(EntryRoutineTest, NormalStartOpensTheMainWindowAndReportsLoadTime)
+{
+    SaveSetting(QStringLiteral("Settings"), QStringLiteral("EXEPath"), home());
+    const std::optional<int> code = RunEntryRoutine({QStringLiteral("LOADTIME")});
+    EXPECT_FALSE(code.has_value());
+    EXPECT_EQ(windowsNamed("MainViewFrm"), 1);
+    EXPECT_EQ(windowsNamed("WaitFrm"), 1); // until the main window's start sequence runs
+    EXPECT_TRUE(CurrentStartup().FirstRun);
+    EXPECT_NE(CurrentStartup().LoadStart, -1);
+    EXPECT_TRUE(prompts().calls.isEmpty());
+
+    MainViewFrm* main = nullptr;
+    for (QWidget* w : QApplication::topLevelWidgets()) {
+        if (auto* found = qobject_cast<MainViewFrm*>(w))
+            main = found;
+    }
+    ASSERT_NE(main, nullptr);
+    main->runStartSequence();
+    EXPECT_EQ(windowsNamed("WaitFrm"), 0);
+    ASSERT_EQ(prompts().calls.size(), 1);
+    EXPECT_TRUE(prompts().calls[0].text.startsWith("Load Time: "));
+    EXPECT_TRUE(prompts().calls[0].text.endsWith(" milliseconds..."));
+    EXPECT_EQ(prompts().calls[0].style, vbInformation);
+    EXPECT_EQ(MainViewFrm::LoadTimeMessage(1234), "Load Time: 1,234 milliseconds...");
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(EntryRoutineTest, ModesThatEndTheProcess)
+{
+    SaveSetting(QStringLiteral("Settings"), QStringLiteral("EXEPath"), home());
+    // "SCRNSAVE" alone, a second screen saver, a refused display: no window is left behind.
+    EXPECT_EQ(RunEntryRoutine({QStringLiteral("SCRNSAVE")}), 0);
+    {
+        WindowLock running(ScreenSaverWindowTitle());
+        EXPECT_EQ(RunEntryRoutine({QStringLiteral("SCRNSAVE"), QStringLiteral("/s/a.kav")}), 0);
+    }
+    SetDisplayColorDepthOverride(4);
+    EXPECT_EQ(RunEntryRoutine({}), 0);
+    EXPECT_EQ(prompts().texts(),
+              QStringList({"Kavori requires at least 256 colors, unable to start program..."}));
+    SetDisplayColorDepthOverride(32);
+
+    // Cancel to the program-path question ends start-up.
+    SaveSetting(QStringLiteral("Settings"), QStringLiteral("EXEPath"), QStringLiteral("/elsewhere/"));
+    prompts().answers = {vbCancel};
+    EXPECT_EQ(RunEntryRoutine({}), 0);
+
+    // A floppy path too short to be a file is refused.
+    SaveSetting(QStringLiteral("Settings"), QStringLiteral("EXEPath"), home());
+    prompts().clear();
+    EXPECT_EQ(RunEntryRoutine({QStringLiteral("B:\\.kav")}), 0);
+    EXPECT_EQ(prompts().texts(), QStringList({"B:\\.kav is not a valid filename..."}));
+    EXPECT_EQ(prompts().calls[0].style, vbInformation + vbSystemModal);
+
+    EXPECT_EQ(windowsNamed("MainViewFrm"), 0);
+    EXPECT_EQ(windowsNamed("WaitFrm"), 0);
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
