@@ -1,3 +1,4 @@
+#include "AppStyle.h"
 #include "Screenshot.h"
 #include "runtime/Random.h"
 #include "startup/EntryRoutine.h"
@@ -9,6 +10,7 @@ int main(int argc, char* argv[])
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("Kavorix"));
     QApplication::setApplicationName(QStringLiteral("Kavori"));
+    QApplication::setStyle(new kavori::AppStyle);
     kavori::Randomize();
 
     kavori::ScreenshotFirstWindowIfAsked();
