@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PromptRecorder.h"
+#include "QtPrinters.h"
 
 #include <QByteArray>
 #include <QString>
