@@ -6,6 +6,7 @@
 #include "StartupState.h"
 #include "WaitFrm.h"
 #include "platform/AppPaths.h"
+#include "playback/FullViewFrm.h"
 #include "platform/SoundDevices.h"
 #include "platform/TickCount.h"
 #include "platform/WindowLock.h"
@@ -88,6 +89,9 @@ std::optional<int> RunEntryRoutine(const QStringList& arguments)
         return RunScreenSaverSettingsMode();
     case StartMode::FullScreenImage:
         state.FullFile = decision.fullFile;
+        WaitFrm::CloseAll();
+        handOver();
+        FullViewFrm::ShowImageModal(state.FullFile, state.AnimatedGif);
         if (decision.exitAfterFullScreen)
             return endStartup();
         break;
