@@ -1,0 +1,91 @@
+#include "ImageDocument.h"
+
+#include "platform/AppPaths.h"
+#include "runtime/MsgBox.h"
+
+#include <QFile>
+#include <QImageReader>
+#include <QImageWriter>
+
+namespace kavori {
+
+QString ImageDocument::UntitledName()
+{
+    return QStringLiteral("Untitled.BMP");
+}
+
+QString ImageDocument::UndoSnapshotPath()
+{
+    return TempPath() + QStringLiteral("~undo.tmp");
+}
+
+QString ImageDocument::title() const
+{
+    if (m_currentFile.isEmpty())
+        return AppTitle();
+    return AppTitle() + QStringLiteral(" - [") + FileNameOf(m_currentFile) + u']';
+}
+
+void ImageDocument::setImage(const QImage& image, const QString& path, bool changed)
+{
+    m_image = image;
+    m_currentFile = path;
+    m_imageChanged = changed;
+}
+
+void ImageDocument::markSaved(const QString& path)
+{
+    m_currentFile = path;
+    m_imageChanged = false;
+}
+
+QString ImageDocument::edit(const QString& undoCaption,
+                            const std::function<EditResult(const QImage&)>& command)
+{
+    if (m_image.isNull())
+        return {};
+    const EditResult result = command(m_image);
+    if (result.image.isNull())
+        return result.message;
+    // The snapshot is the picture as it stood, so an edit of an edit undoes one step.
+    QImageWriter writer(UndoSnapshotPath(), "bmp");
+    m_canUndo = writer.write(m_image);
+    m_undoCaption = undoCaption;
+    m_undoFile = m_currentFile;
+    m_undoChanged = m_imageChanged;
+    m_image = result.image;
+    m_imageChanged = true;
+    return {};
+}
+
+QString ImageDocument::undoCaption() const
+{
+    return m_canUndo ? m_undoCaption : QStringLiteral("Can't Undo");
+}
+
+bool ImageDocument::undo()
+{
+    if (!m_canUndo)
+        return false;
+    QImageReader reader(UndoSnapshotPath(), "bmp");
+    const QImage before = reader.read();
+    if (before.isNull())
+        return false;
+    m_image = before;
+    m_currentFile = m_undoFile;
+    m_imageChanged = m_undoChanged;
+    m_canUndo = false;
+    QFile::remove(UndoSnapshotPath());
+    return true;
+}
+
+bool ConfirmDiscardChanges(const ImageDocument& document)
+{
+    if (!document.imageChanged())
+        return true;
+    return MsgBox(QStringLiteral("The current file has not been saved.") + NewLine2() +
+                      QStringLiteral("Discard changes and continue?"),
+                  vbYesNo + vbQuestion) == vbYes;
+}
+
+} // namespace kavori

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "ImageEdits.h"
+
+#include <QImage>
+#include <QString>
+
+#include <functional>
+
+namespace kavori {
+
+// The image the main window shows: its picture, the file it came from, whether it was changed,
+// and the one level of undo. The window asks and shows; this class decides.
+class ImageDocument {
+public:
+    // The name of an image that exists only in memory (new, pasted, imported).
+    static QString UntitledName();
+
+    bool hasImage() const { return !m_image.isNull(); }
+    const QImage& image() const { return m_image; }
+    const QString& currentFile() const { return m_currentFile; } // CurrentFile
+    bool imageChanged() const { return m_imageChanged; }         // ImageChanged
+
+    // "Kavori - [name]", or "Kavori" with nothing open.
+    QString title() const;
+
+    // Takes a picture read from a file (or from memory when path is UntitledName()).
+    void setImage(const QImage& image, const QString& path, bool changed = false);
+    void markSaved(const QString& path);
+
+    // Runs an editing command: the picture before it becomes the undo snapshot. Returns the
+    // command's refusal message (nothing changes then), or an empty string.
+    QString edit(const QString& undoCaption, const std::function<EditResult(const QImage&)>& command);
+
+    bool canUndo() const { return m_canUndo; }
+    // "Can't Undo" when there is nothing to undo, else the caption of the last edit.
+    QString undoCaption() const;
+    // Puts the snapshot back. False when there is none or it cannot be read.
+    bool undo();
+
+    // The undo snapshot file, "~undo.tmp" in the temporary folder.
+    static QString UndoSnapshotPath();
+
+private:
+    QImage m_image;
+    QString m_currentFile;
+    bool m_imageChanged = false;
+    bool m_canUndo = false;
+    QString m_undoCaption;
+    QString m_undoFile;
+    bool m_undoChanged = false;
+};
+
+// The unsaved-image question; true when the command may go on.
+bool ConfirmDiscardChanges(const ImageDocument& document);
+
+} // namespace kavori
