@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ImageDocument.h"
 #include "MainMenus.h"
 
 #include <QMainWindow>
@@ -9,6 +10,9 @@ class QTimer;
 
 namespace kavori {
 
+class ImageView;
+enum class BrowseStep;
+
 // The program's main window: one image at a time, and every command in its menus.
 class MainViewFrm : public QMainWindow {
     Q_OBJECT
@@ -16,19 +20,37 @@ public:
     explicit MainViewFrm(QWidget* parent = nullptr);
 
     const MainMenus& menus() const { return m_menus; }
+    const ImageDocument& document() const { return m_document; }
+    ImageView* imageView() const { return m_view; }
 
     // Runs the one-shot start sequence now (the window runs it once it has appeared).
     void runStartSequence();
+
+    // Opens an image file after the unsaved-image question; false when it was not opened.
+    bool openImage(const QString& path);
 
     // "Load Time: ..." for a start that took this many milliseconds.
     static QString LoadTimeMessage(qint64 milliseconds);
 
 private:
     void connectCommands();
+    void showDocument();
+    void runEdit(const QString& undoCaption, const std::function<EditResult(const QImage&)>& command);
+    void browse(BrowseStep step);
+    void openDialog();
+    void paste();
+    void copy();
+    void undo();
+    void fullScreen();
 
     MainMenus m_menus;
+    ImageDocument m_document;
+    ImageView* m_view = nullptr;
     QTimer* m_timerStart = nullptr;
     QLabel* m_statusText = nullptr;
 };
+
+// The filter of the open-image dialog: every supported type, then each family.
+QString OpenImageFilter();
 
 } // namespace kavori
