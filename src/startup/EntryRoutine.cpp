@@ -12,7 +12,10 @@
 #include "platform/WindowLock.h"
 #include "runtime/DoEvents.h"
 #include "runtime/MsgBox.h"
+#include "slideshow/BonusPack.h"
+#include "settings/Languages.h"
 #include "settings/Settings.h"
+#include "settings/SettingsCatalogue.h"
 #include "viewer/MainViewFrm.h"
 
 #include <QApplication>
@@ -49,6 +52,7 @@ std::optional<int> RunEntryRoutine(const QStringList& arguments)
     state.CommandLine = normalized.commandLine;
     state.LoadStart = normalized.loadTime ? GetTickCount() : -1;
     EnsureAppHome();
+    LoadLanguages();
 
     if (state.CommandLine.startsWith(QLatin1String("SCRNSAVE"))) {
         if (WindowLock::Exists(ScreenSaverWindowTitle()))
@@ -59,13 +63,15 @@ std::optional<int> RunEntryRoutine(const QStringList& arguments)
     }
 
     // The order is kept: settings first, then the checks that may read them.
-    ResetSettings();
+    LoadSettings();
     DoEvents();
     if (!CheckColorDepth(state.CommandLine))
         return endStartup();
     DoEvents();
     state.WaveDevices = DetectWaveDevices();
     state.MidiDevices = DetectMidiDevices();
+    DoEvents();
+    LoadBonusPack();
     DoEvents();
     if (!CheckProgramPath())
         return endStartup();
