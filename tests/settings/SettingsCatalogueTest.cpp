@@ -239,6 +239,26 @@ TEST_F(SettingsCatalogueTest, EveryKeyMissingBadAndOutOfRange)
     EXPECT_EQ(s.OpenPreviewTimer, 500);
 }
 
+TEST_F(SettingsCatalogueTest, DamagedSettingsFilesGiveDefaults)
+{
+    // A folder in the file's place, binary garbage, and an endless line: defaults, no crash.
+    QDir().mkpath(home() + QStringLiteral("KAVORI.INI"));
+    LoadSettings();
+    EXPECT_EQ(CurrentSettings().QualityJPG, 8);
+    QDir(home() + QStringLiteral("KAVORI.INI")).removeRecursively();
+    QByteArray garbage;
+    for (int i = 0; i < 100000; ++i)
+        garbage.append(char((i * 7 + (i >> 3)) & 0xff));
+    writeFile(home() + QStringLiteral("KAVORI.INI"), garbage);
+    LoadSettings();
+    EXPECT_EQ(CurrentSettings().SlideInterval, 5);
+    writeFile(home() + QStringLiteral("KAVORI.INI"),
+              "[Viewer]\r\nSlideInterval=" + QByteArray(100000, '9') + "\r\nQualityJPG=2\r\n");
+    LoadSettings();
+    EXPECT_EQ(CurrentSettings().SlideInterval, 5);
+    EXPECT_EQ(CurrentSettings().QualityJPG, 2);
+}
+
 TEST_F(SettingsCatalogueTest, LastOpenedFileAndFavoriteFolder)
 {
     QDir().mkpath(home() + QStringLiteral("Slides"));
