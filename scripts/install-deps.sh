@@ -13,7 +13,7 @@ PACKAGES=(
     libfluidsynth-dev timgm6mb-soundfont
     libgtest-dev libgmock-dev googletest libbenchmark-dev
     xvfb xauth x11-utils
-    fonts-dejavu-core
+    fonts-dejavu-core fonts-urw-base35
 )
 
 missing=()

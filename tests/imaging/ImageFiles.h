@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QByteArray>
+#include <QColor>
+#include <QImage>
+
+namespace kavori::test {
+
+// Small picture files of every type, made byte by byte so the tests know what each holds.
+
+// A 4 x 2 RLE8 (or RLE4) bitmap: bottom row red, top row green, green, blue, blue.
+QByteArray RleBitmap(bool rle4);
+// A 2 x 2 top-down 24-bit bitmap: top row red, bottom row blue.
+QByteArray TopDownBitmap();
+// An animated (two frames) or still 2 x 2 GIF; the signature as given ("GIF89a", "gif89a", "GIF87a").
+QByteArray Gif(const QByteArray& signature, bool twoFrames);
+// An icon (or cursor) holding a 16 x 16 red and a 32 x 32 blue picture.
+QByteArray IconFile(bool cursor);
+// A 100 x 50 metafile filled with a red rectangle.
+QByteArray RedWmf();
+QByteArray RedEmf();
+// PCX pictures of 8 x 4 pixels: kinds "8bit", "24bit", "planar16", "cga", "packed16", "mono".
+QByteArray Pcx(const char* kind);
+// TGA pictures of 4 x 3 pixels: kinds "mapped", "rle24", "grey", "top16", "rle32".
+QByteArray Tga(const char* kind);
+
+// The colour the PCX and TGA samples have at (x, y).
+QColor SampleColour(int x, int y);
+
+} // namespace kavori::test

@@ -1,0 +1,216 @@
+#include "ImageFiles.h"
+#include "imaging/ImageTypes.h"
+#include "imaging/Metafile.h"
+#include "imaging/PcxDecoder.h"
+#include "imaging/PictureLoader.h"
+#include "imaging/TgaDecoder.h"
+#include "support/KavoriTest.h"
+
+#include <QBuffer>
+#include <QImageWriter>
+
+using namespace kavori;
+using namespace kavori::test;
+
+class ImageLoadingTest : public KavoriTest {
+protected:
+    static QColor at(const QImage& image, int x, int y) { return QColor(image.pixel(x, y)); }
+};
+
+TEST_F(ImageLoadingTest, TypesAreToldByExtension)
+{
+    for (const char* name : {"a.bmp", "a.DIB", "a.rle", "a.jpg", "a.JIF", "a.jpe", "a.jpeg", "A.JPEG",
+                             "a.gif", "a.wmf", "a.emf", "a.ico", "a.CUR"})
+        EXPECT_TRUE(IsImageFile(QString::fromLatin1(name))) << name;
+    for (const char* name : {"a.tif", "a.tiff", "a.png", "a.pcx", "a.tga", "jpeg", "a.jpg.txt", ""})
+        EXPECT_FALSE(IsImageFile(QString::fromLatin1(name))) << name;
+    EXPECT_TRUE(IsImportFile(QStringLiteral("x.PCX")));
+    EXPECT_TRUE(IsImportFile(QStringLiteral("x.tga")));
+
+    EXPECT_EQ(DescribeFileType(QStringLiteral("a.jpe")).description, "JPEG (.JPG, .JIF, .JPE or .JPEG)");
+    EXPECT_EQ(DescribeFileType(QStringLiteral("a.rle")).description, "RLE4 or RLE8 Compressed Bitmap (.RLE)");
+    EXPECT_EQ(DescribeFileType(QStringLiteral("a.aiff")).description, "Wave Sound (.AU, .SND, .AIF, .AIFF, .AIFC)");
+    EXPECT_EQ(DescribeFileType(QStringLiteral("a.mpe")).description, "Active Movie (.MPE)");
+    EXPECT_EQ(DescribeFileType(QStringLiteral("a.MPEG")).description, "Active Movie (.MPEG)");
+    EXPECT_EQ(DescribeFileType(QStringLiteral("a.qt")).description, "Apple Quicktime (.MOV or .QT)");
+    EXPECT_EQ(DescribeFileType(QStringLiteral("a.rmi")).description, "MIDI Sequence (.MID or .RMI)");
+    EXPECT_TRUE(IsSoundFile(QStringLiteral("x.mp3")));
+    EXPECT_TRUE(IsMovieFile(QStringLiteral("x.avi")));
+    EXPECT_FALSE(IsMovieFile(QStringLiteral("x.mp3")));
+    EXPECT_EQ(DescribeFileType(QStringLiteral("a.xyz")).kind, FileKind::Unknown);
+
+    // Animated: a GIF89a signature in any case; 87a and missing files are still pictures.
+    const QString anim = writeFile(QStringLiteral("a.gif"), Gif("GIF89a", true));
+    const QString lower = writeFile(QStringLiteral("b.GIF"), Gif("gif89a", true));
+    const QString old = writeFile(QStringLiteral("c.gif"), Gif("GIF87a", false));
+    EXPECT_TRUE(IsAnimatedGif(anim));
+    EXPECT_TRUE(IsAnimatedGif(lower));
+    EXPECT_FALSE(IsAnimatedGif(old));
+    EXPECT_FALSE(IsAnimatedGif(root() + QStringLiteral("missing.gif")));
+    EXPECT_FALSE(IsAnimatedGif(writeFile(QStringLiteral("d.bmp"), "GIF89a")));
+    EXPECT_EQ(DescribeFileType(old).description, "Graphics Interchange Format (GIF87a)");
+}
+
+TEST_F(ImageLoadingTest, EveryPictureTypeLoads)
+{
+    QImage rle8 = LoadPicture(writeFile(QStringLiteral("r8.rle"), RleBitmap(false)));
+    ASSERT_EQ(rle8.size(), QSize(4, 2));
+    EXPECT_EQ(at(rle8, 0, 1), QColor(Qt::red));
+    EXPECT_EQ(at(rle8, 1, 0), QColor(Qt::green));
+    EXPECT_EQ(at(rle8, 3, 0), QColor(Qt::blue));
+    QImage rle4 = LoadPicture(writeFile(QStringLiteral("r4.bmp"), RleBitmap(true)));
+    ASSERT_EQ(rle4.size(), QSize(4, 2));
+    EXPECT_EQ(at(rle4, 2, 1), QColor(Qt::red));
+    EXPECT_EQ(at(rle4, 2, 0), QColor(Qt::blue));
+    QImage topDown = LoadPicture(writeFile(QStringLiteral("td.dib"), TopDownBitmap()));
+    ASSERT_EQ(topDown.size(), QSize(2, 2));
+    EXPECT_EQ(at(topDown, 0, 0), QColor(Qt::red));
+    EXPECT_EQ(at(topDown, 1, 1), QColor(Qt::blue));
+
+    // Bitmaps of every depth Qt writes, and JPEG under all its names.
+    QImage source(64, 48, QImage::Format_RGB32);
+    source.fill(qRgb(200, 40, 40));
+    for (QImage::Format format : {QImage::Format_Mono, QImage::Format_Indexed8, QImage::Format_RGB16,
+                                  QImage::Format_RGB888, QImage::Format_ARGB32}) {
+        const QString path = root() + QStringLiteral("depth%1.bmp").arg(int(format));
+        source.convertToFormat(format).save(path, "BMP");
+        EXPECT_EQ(LoadPicture(path).size(), QSize(64, 48)) << int(format);
+    }
+    for (const char* name : {"p.jpg", "p.jif", "p.jpe", "p.jpeg"}) {
+        const QString path = root() + QString::fromLatin1(name);
+        source.save(path, "JPEG", 95);
+        const QImage jpeg = LoadPicture(path);
+        ASSERT_EQ(jpeg.size(), QSize(64, 48)) << name;
+        EXPECT_NEAR(at(jpeg, 32, 24).red(), 200, 8);
+    }
+
+    // GIF: the first frame as a still picture.
+    const QImage gif = LoadPicture(writeFile(QStringLiteral("a.gif"), Gif("GIF89a", true)));
+    ASSERT_EQ(gif.size(), QSize(2, 2));
+    EXPECT_EQ(at(gif, 0, 0), QColor(Qt::black));
+    EXPECT_EQ(at(gif, 1, 0), QColor(Qt::white));
+
+    // Icons and cursors: the largest picture.
+    for (bool cursor : {false, true}) {
+        const QImage icon = LoadPicture(writeFile(cursor ? QStringLiteral("i.cur") : QStringLiteral("i.ico"), IconFile(cursor)));
+        ASSERT_EQ(icon.size(), QSize(32, 32)) << cursor;
+        EXPECT_EQ(at(icon, 16, 16), QColor(Qt::blue));
+    }
+
+    // Metafiles render at their own size.
+    const QImage wmf = LoadPicture(writeFile(QStringLiteral("m.wmf"), RedWmf()));
+    ASSERT_FALSE(wmf.isNull());
+    EXPECT_NEAR(double(wmf.width()) / wmf.height(), 2.0, 0.1);
+    EXPECT_EQ(at(wmf, wmf.width() / 2, wmf.height() / 2), QColor(Qt::red));
+    const QImage emf = LoadPicture(writeFile(QStringLiteral("m.emf"), RedEmf()));
+    ASSERT_FALSE(emf.isNull());
+    EXPECT_EQ(at(emf, emf.width() / 2, emf.height() / 2), QColor(Qt::red));
+
+    // PCX and TGA are imported, never opened.
+    EXPECT_TRUE(LoadPicture(writeFile(QStringLiteral("x.pcx"), Pcx("8bit"))).isNull());
+}
+
+TEST_F(ImageLoadingTest, PcxAndTgaImportOfEveryLayout)
+{
+    for (const char* kind : {"8bit", "24bit", "planar16", "cga", "packed16"}) {
+        const QImage pcx = ImportPicture(writeFile(QStringLiteral("p.pcx"), Pcx(kind)));
+        ASSERT_EQ(pcx.size(), QSize(8, 4)) << kind;
+        for (int y = 0; y < 4; ++y)
+            for (int x = 0; x < 8; ++x)
+                ASSERT_EQ(at(pcx, x, y), SampleColour(x, y)) << kind << " " << x << "," << y;
+    }
+    const QImage mono = ImportPicture(writeFile(QStringLiteral("m.PCX"), Pcx("mono")));
+    ASSERT_EQ(mono.size(), QSize(8, 4));
+    EXPECT_EQ(at(mono, 6, 0), QColor(Qt::white)); // sample index 3
+    EXPECT_EQ(at(mono, 0, 0), QColor(Qt::black));
+
+    for (const char* kind : {"mapped", "rle24", "grey", "top16", "rle32"}) {
+        const QImage tga = ImportPicture(writeFile(QStringLiteral("t.tga"), Tga(kind)));
+        ASSERT_EQ(tga.size(), QSize(4, 3)) << kind;
+        for (int y = 0; y < 3; ++y)
+            for (int x = 0; x < 4; ++x) {
+                const QColor expected = SampleColour(x, y);
+                const QColor got = at(tga, x, y);
+                if (QByteArray(kind) == "grey")
+                    ASSERT_EQ(got.red(), qGray(expected.rgb())) << x << "," << y;
+                else
+                    ASSERT_EQ(got, expected) << kind << " " << x << "," << y;
+            }
+    }
+}
+
+TEST_F(ImageLoadingTest, TargetSizeDecodesNoMoreThanNeeded)
+{
+    QImage big(800, 600, QImage::Format_RGB32);
+    big.fill(qRgb(10, 120, 200));
+    const QString jpeg = root() + QStringLiteral("big.jpg");
+    big.save(jpeg, "JPEG", 90);
+    EXPECT_EQ(LoadPicture(jpeg, QSize(160, 120)).size(), QSize(160, 120));
+    EXPECT_EQ(LoadPicture(jpeg, QSize(200, 200)).size(), QSize(200, 150));
+    EXPECT_EQ(LoadPicture(jpeg, QSize(2000, 2000)).size(), QSize(800, 600)); // never enlarged
+    const QString bmp = root() + QStringLiteral("big.bmp");
+    big.save(bmp, "BMP");
+    EXPECT_EQ(LoadPicture(bmp, QSize(400, 400)).size(), QSize(400, 300));
+    EXPECT_EQ(PictureSize(jpeg), QSize(800, 600));
+    const QImage wmf = LoadPicture(writeFile(QStringLiteral("m.wmf"), RedWmf()), QSize(20, 20));
+    EXPECT_LE(wmf.width(), 20);
+}
+
+// Every generated file, cut short and with bytes flipped, fails cleanly: no crash, no hang.
+TEST_F(ImageLoadingTest, DamagedFilesFailCleanly)
+{
+    struct Sample {
+        const char* name;
+        QByteArray bytes;
+        bool import;
+    };
+    QByteArray jpeg;
+    {
+        QImage image(40, 30, QImage::Format_RGB32);
+        image.fill(Qt::darkCyan);
+        QBuffer buffer(&jpeg);
+        buffer.open(QIODevice::WriteOnly);
+        image.save(&buffer, "JPEG");
+    }
+    const QList<Sample> samples = {
+        {"a.rle", RleBitmap(false), false}, {"b.bmp", RleBitmap(true), false},
+        {"c.dib", TopDownBitmap(), false},  {"d.jpg", jpeg, false},
+        {"e.gif", Gif("GIF89a", true), false}, {"f.ico", IconFile(false), false},
+        {"g.cur", IconFile(true), false},   {"h.wmf", RedWmf(), false},
+        {"i.emf", RedEmf(), false},         {"j.pcx", Pcx("8bit"), true},
+        {"k.pcx", Pcx("planar16"), true},   {"l.tga", Tga("mapped"), true},
+        {"m.tga", Tga("rle24"), true},      {"n.tga", Tga("rle32"), true},
+    };
+    for (const Sample& s : samples) {
+        const QString path = root() + QString::fromLatin1(s.name);
+        auto load = [&](const QByteArray& bytes) {
+            writeFile(path, bytes);
+            return s.import ? ImportPicture(path) : LoadPicture(path);
+        };
+        ASSERT_FALSE(load(s.bytes).isNull()) << s.name;
+        for (qsizetype cut : {qsizetype(0), qsizetype(1), qsizetype(10), s.bytes.size() / 2, s.bytes.size() - 1}) {
+            const QImage image = load(s.bytes.left(cut));
+            if (s.import && cut < s.bytes.size() - 769) { // runs of pixel data are missing
+                EXPECT_TRUE(image.isNull()) << s.name << " cut at " << cut;
+            }
+        }
+        for (int seed = 1; seed <= 40; ++seed) {
+            QByteArray flipped = s.bytes;
+            for (int k = 0; k < 3; ++k) {
+                const qsizetype at = (seed * 7919 + k * 104729) % flipped.size();
+                flipped[at] = char(flipped[at] ^ (0x5A + seed));
+            }
+            load(flipped);
+        }
+    }
+    // Sizes that no real picture has are refused before any memory is taken.
+    QByteArray huge = Tga("rle24");
+    huge[12] = char(0xff); huge[13] = char(0xff); huge[14] = char(0xff); huge[15] = char(0xff);
+    EXPECT_TRUE(DecodeTga(huge).isNull());
+    QByteArray wide = Pcx("8bit");
+    wide[8] = char(0xff); wide[9] = char(0xff); wide[10] = char(0xff); wide[11] = char(0xff);
+    EXPECT_TRUE(DecodePcx(wide).isNull());
+    EXPECT_TRUE(LoadPicture(root() + QStringLiteral("missing.bmp")).isNull());
+    EXPECT_TRUE(LoadPicture(root()).isNull());
+    EXPECT_TRUE(RenderSvg("<svg garbage").isNull());
+}
