@@ -1,10 +1,10 @@
 #include "FullViewFrm.h"
 
+#include "imaging/PictureLoader.h"
 #include "settings/Settings.h"
 #include "viewer/ImageFit.h"
 
 #include <QGuiApplication>
-#include <QImageReader>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMovie>
@@ -99,9 +99,8 @@ bool FullViewFrm::ShowImageModal(const QString& path, bool animate, QWidget* par
 {
     FullViewFrm view(parent);
     if (!(animate && view.setAnimation(path))) {
-        QImageReader reader(path);
-        reader.setAutoTransform(true);
-        const QImage image = reader.read();
+        // Decoded at screen size when it is to be fitted to the screen anyway.
+        const QImage image = LoadPicture(path, CurrentSettings().StretchImages ? view.size() : QSize());
         if (image.isNull())
             return false;
         view.setImage(image);

@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 
+#include "imaging/ImageTypes.h"
 #include "platform/AppPaths.h"
 #include "platform/WindowLock.h"
 #include "runtime/MsgBox.h"
@@ -55,18 +56,6 @@ EditRequest TakeEditRequest(const QString& commandLine)
     return out;
 }
 
-bool IsImagePath(const QString& path)
-{
-    static const char* const extensions[] = {".BMP", ".DIB", ".JPG", ".JIF", ".JPE", ".GIF",
-                                             ".WMF", ".EMF", ".ICO", ".RLE", ".CUR"};
-    const QString last4 = path.right(4).toUpper();
-    for (const char* ext : extensions) {
-        if (last4 == QLatin1String(ext))
-            return true;
-    }
-    return path.right(5).toUpper() == QLatin1String(".JPEG");
-}
-
 QString ScreenSaverWindowTitle()
 {
     return QStringLiteral("Screen Saver Main Form");
@@ -84,7 +73,7 @@ StartDecision DecideStartMode(const QString& commandLine, const StartOptions& op
     if (line.isEmpty())
         return d;
 
-    if (IsImagePath(line)) {
+    if (IsImageFile(line)) {
         const bool fullScreenWord = line.left(10).toUpper() == QLatin1String("FULLSCREEN");
         if (fullScreenWord || options.startFullScreen) {
             if (fullScreenWord)

@@ -28,9 +28,6 @@ EditRequest TakeEditRequest(const QString& commandLine);
 // Whether a leading "/" is a switch mark to drop rather than the start of a full path.
 bool IsSwitchSlash(const QString& commandLine);
 
-// The twelve extensions the picture loader opens (".JPEG" on its last 5 characters).
-bool IsImagePath(const QString& path);
-
 // Which mode to start, decided from the command line left after the steps above.
 enum class StartMode {
     MainWindow,          // commandLine is an image path or empty

@@ -5,6 +5,7 @@
 #include "StartupChecks.h"
 #include "StartupState.h"
 #include "WaitFrm.h"
+#include "imaging/ImageTypes.h"
 #include "platform/AppPaths.h"
 #include "playback/FullViewFrm.h"
 #include "platform/SoundDevices.h"
@@ -95,6 +96,7 @@ std::optional<int> RunEntryRoutine(const QStringList& arguments)
         return RunScreenSaverSettingsMode();
     case StartMode::FullScreenImage:
         state.FullFile = decision.fullFile;
+        state.AnimatedGif = settings.CmdLineAnimate && IsAnimatedGif(state.FullFile);
         WaitFrm::CloseAll();
         handOver();
         FullViewFrm::ShowImageModal(state.FullFile, state.AnimatedGif);

@@ -1,11 +1,10 @@
 #include "ImageDocument.h"
 
+#include "imaging/ImageSaving.h"
 #include "platform/AppPaths.h"
 #include "runtime/MsgBox.h"
 
 #include <QFile>
-#include <QImageReader>
-#include <QImageWriter>
 
 namespace kavori {
 
@@ -16,7 +15,7 @@ QString ImageDocument::UntitledName()
 
 QString ImageDocument::UndoSnapshotPath()
 {
-    return TempPath() + QStringLiteral("~undo.tmp");
+    return kavori::UndoSnapshotPath();
 }
 
 QString ImageDocument::title() const
@@ -48,8 +47,7 @@ QString ImageDocument::edit(const QString& undoCaption,
     if (result.image.isNull())
         return result.message;
     // The snapshot is the picture as it stood, so an edit of an edit undoes one step.
-    QImageWriter writer(UndoSnapshotPath(), "bmp");
-    m_canUndo = writer.write(m_image);
+    m_canUndo = MakeUndoSnapshot(m_image);
     m_undoCaption = undoCaption;
     m_undoFile = m_currentFile;
     m_undoChanged = m_imageChanged;
@@ -67,8 +65,7 @@ bool ImageDocument::undo()
 {
     if (!m_canUndo)
         return false;
-    QImageReader reader(UndoSnapshotPath(), "bmp");
-    const QImage before = reader.read();
+    const QImage before = ReadUndoSnapshot();
     if (before.isNull())
         return false;
     m_image = before;

@@ -2,6 +2,8 @@
 
 #include "FolderBrowse.h"
 #include "ImageView.h"
+#include "imaging/ImageTypes.h"
+#include "imaging/PictureLoader.h"
 #include "platform/AppPaths.h"
 #include "platform/HelpFile.h"
 #include "platform/TickCount.h"
@@ -11,29 +13,18 @@
 #include "runtime/MsgBox.h"
 #include "runtime/Prompts.h"
 #include "settings/Settings.h"
-#include "startup/CommandLine.h"
 #include "startup/StartupState.h"
 #include "startup/WaitFrm.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
-#include <QImageReader>
 #include <QLabel>
 #include <QMenu>
 #include <QStatusBar>
 #include <QTimer>
 
 namespace kavori {
-
-namespace {
-QImage readImage(const QString& path)
-{
-    QImageReader reader(path);
-    reader.setAutoTransform(true);
-    return reader.read();
-}
-} // namespace
 
 QString OpenImageFilter()
 {
@@ -148,7 +139,7 @@ bool MainViewFrm::openImage(const QString& path)
 {
     if (!ConfirmDiscardChanges(m_document))
         return false;
-    const QImage image = readImage(path);
+    const QImage image = LoadPicture(path);
     if (image.isNull()) {
         MsgBox(QStringLiteral("Unable to open the image file:") + NewLine2() + path + NewLine2() +
                    QStringLiteral("The file may be damaged or is not a supported type..."),
@@ -220,7 +211,7 @@ void MainViewFrm::browse(BrowseStep step)
 {
     if (!IsFullPath(m_document.currentFile()))
         return;
-    const QStringList list = BrowseList(FolderOf(m_document.currentFile()), IsImagePath);
+    const QStringList list = BrowseList(FolderOf(m_document.currentFile()), IsImageFile);
     const BrowseResult r = BrowseFolder(list, m_document.currentFile(), step);
     if (r.onlyOneFile) {
         if (MsgBox(OnlyOneFileQuestion(), vbYesNo + vbQuestion) == vbYes)
@@ -258,7 +249,7 @@ void MainViewFrm::runStartSequence()
     const StartupState& start = CurrentStartup();
     if (start.LoadStart != -1)
         MsgBox(LoadTimeMessage(GetTickCount() - start.LoadStart), vbInformation);
-    if (IsImagePath(start.CommandLine))
+    if (IsImageFile(start.CommandLine))
         openImage(start.CommandLine);
 }
 
