@@ -14,6 +14,8 @@
 #include "runtime/DoEvents.h"
 #include "runtime/MsgBox.h"
 #include "slideshow/BonusPack.h"
+#include "slideshow/SlideShow.h"
+#include "slideshow/SlideShowFile.h"
 #include "settings/Languages.h"
 #include "settings/Settings.h"
 #include "settings/SettingsCatalogue.h"
@@ -113,6 +115,15 @@ std::optional<int> RunEntryRoutine(const QStringList& arguments)
             MsgBox(FloppyDiskQuestion(decision.showPath), vbOKCancel + vbInformation + vbSystemModal) ==
                 vbCancel)
             return endStartup();
+        ReadSlideShow(decision.showPath);
+        if (CurrentShow().slides.isEmpty()) {
+            if (state.ScreenSaverMode)
+                MsgBox(QStringLiteral("There are no pictures in this screen saver to view..."),
+                       vbInformation + vbSystemModal);
+            else
+                MsgBox(QStringLiteral("There are no pictures in this slide show to view..."), vbInformation);
+            return endStartup();
+        }
         state.SavedCurDir = QDir::currentPath();
         QDir::setCurrent(FolderOf(decision.showPath));
         state.StartedFromShow = true;

@@ -92,6 +92,23 @@ TEST_F(EntryRoutineTest, ModesThatEndTheProcess)
     EXPECT_EQ(prompts().texts(), QStringList({"B:\\.kav is not a valid filename..."}));
     EXPECT_EQ(prompts().calls[0].style, vbInformation + vbSystemModal);
 
+    // A show without pictures: its own words as a show and as a screen saver.
+    const QString empty = writeFile(QStringLiteral("empty.kav"), "Kavori Slide Show\r\nVersion 3.0\r\n");
+    prompts().clear();
+    EXPECT_EQ(RunEntryRoutine({empty}), 0);
+    EXPECT_EQ(prompts().texts().last(), "There are no pictures in this slide show to view...");
+    EXPECT_EQ(RunEntryRoutine({QStringLiteral("SCRNSAVE"), empty}), 0);
+    EXPECT_EQ(prompts().texts().last(), "There are no pictures in this screen saver to view...");
+    EXPECT_EQ(prompts().calls.last().style, vbInformation + vbSystemModal);
+
+    // A show with pictures goes to the player from its own folder.
+    const QString show = writeFile(QStringLiteral("shows/one.kav"),
+                                   "Kavori Slide Show\r\nVersion 1.X\r\n0\r\n\r\n0\r\n0\r\n5\r\n0\r\n0\r\n/p/a.jpg\r\n");
+    ResetStartup();
+    EXPECT_EQ(RunEntryRoutine({show}), 0);
+    EXPECT_TRUE(CurrentStartup().StartedFromShow);
+    EXPECT_EQ(QDir::currentPath() + u'/', root() + QStringLiteral("shows/"));
+
     EXPECT_EQ(windowsNamed("MainViewFrm"), 0);
     EXPECT_EQ(windowsNamed("WaitFrm"), 0);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
