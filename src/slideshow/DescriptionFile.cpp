@@ -1,0 +1,299 @@
+#include "DescriptionFile.h"
+
+#include "platform/AppPaths.h"
+#include "runtime/Format.h"
+#include "runtime/ListInput.h"
+#include "runtime/MsgBox.h"
+#include "runtime/Numbers.h"
+#include "runtime/TextCodec.h"
+#include "settings/Settings.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace kavori {
+
+namespace {
+
+const QString kHeader = QStringLiteral("Kavori Description File");
+const QString kDashes = QString(30, u'-');
+constexpr int kMaxRead = 10000;
+
+struct Pair {
+    QString name;
+    QString text;
+};
+
+// Opens the folder's file; false (with valid false) when it is missing, valid false when the
+// header is foreign.
+bool openFile(const QString& folder, ListInput& in, bool& valid)
+{
+    valid = false;
+    if (!in.open(DescriptionFilePath(folder)))
+        return false;
+    valid = in.next() == kHeader && in.next() == kDashes;
+    return true;
+}
+
+// Every pair of the file as written, empty names included.
+QList<Pair> rawPairs(ListInput& in)
+{
+    QList<Pair> pairs;
+    while (!in.atEnd()) {
+        const QString name = in.next().trimmed();
+        const QString text = in.atEnd() ? QString() : in.next().trimmed();
+        pairs.append({name, text});
+    }
+    return pairs;
+}
+
+qsizetype entryCount(const DescriptionTable& t)
+{
+    const qsizetype empty = t.DescFileName.indexOf(QString());
+    return empty < 0 ? t.DescFileName.size() : empty;
+}
+
+bool writeEntries(const QString& folder, const QList<Pair>& entries)
+{
+    QByteArray bytes = EncodeText(kHeader) + "\r\n" + EncodeText(kDashes) + "\r\n";
+    for (const Pair& p : entries)
+        bytes += EncodeText(p.name) + "\r\n" + EncodeText(p.text) + "\r\n";
+    QSaveFile file(DescriptionFilePath(folder));
+    file.setDirectWriteFallback(true);
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    file.write(bytes);
+    return file.commit();
+}
+
+} // namespace
+
+DescriptionTable& CurrentDescriptions()
+{
+    static DescriptionTable table;
+    return table;
+}
+
+QString DescriptionFilePath(const QString& folder)
+{
+    return AddSlash(folder) + QStringLiteral("!Description");
+}
+
+qint32 ReadDescriptionFile(const QString& folder)
+{
+    DescriptionTable& t = CurrentDescriptions();
+    t = DescriptionTable();
+    ListInput in;
+    bool valid = false;
+    if (!openFile(folder, in, valid))
+        return 0;
+    if (!valid)
+        return -1;
+    while (!in.atEnd() && t.DescFileName.size() < kMaxRead) {
+        const QString name = in.next().trimmed();
+        const QString text = in.atEnd() ? QString() : in.next().trimmed();
+        if (name.isEmpty())
+            continue; // the next pair goes into the same slot
+        t.DescFileName << name;
+        t.DescText << text;
+    }
+    return qint32(t.DescFileName.size());
+}
+
+bool WriteDescriptionFile(const QString& folder)
+{
+    const DescriptionTable& t = CurrentDescriptions();
+    const qsizetype count = entryCount(t);
+    if (count == 0) {
+        ListInput in;
+        bool valid = false;
+        if (openFile(folder, in, valid) && valid)
+            return QFile::remove(DescriptionFilePath(folder));
+        return true;
+    }
+    QList<Pair> entries;
+    for (qsizetype i = 0; i < count; ++i)
+        entries.append({t.DescFileName[i], t.DescText.value(i)});
+    return writeEntries(folder, entries);
+}
+
+QString GetDescription(const QString& path)
+{
+    const QString folder = FolderOf(path);
+    const QString name = FileNameOf(path);
+    if (folder.isEmpty() || ReadDescriptionFile(folder) <= 0)
+        return {};
+    const DescriptionTable& t = CurrentDescriptions();
+    for (qsizetype i = 0; i < t.DescFileName.size(); ++i) {
+        if (t.DescFileName[i].compare(name, Qt::CaseInsensitive) == 0)
+            return t.DescText[i];
+    }
+    return {};
+}
+
+void SetDescription(const QString& fileName, const QString& text)
+{
+    DescriptionTable& t = CurrentDescriptions();
+    const qsizetype count = entryCount(t);
+    t.DescFileName = t.DescFileName.mid(0, count);
+    t.DescText = t.DescText.mid(0, count);
+    for (qsizetype i = 0; i < count && i < kDescriptionSlots - 1; ++i) {
+        if (t.DescFileName[i].compare(fileName, Qt::CaseInsensitive) == 0) {
+            t.DescText[i] = text;
+            return;
+        }
+    }
+    if (count < kDescriptionSlots - 1) {
+        t.DescFileName << fileName;
+        t.DescText << text;
+        return;
+    }
+    // The last slot takes the new entry, replacing what it held, as it always has.
+    MsgBox(QStringLiteral("The description file is full.") + NewLine() + QStringLiteral("Only ") +
+               Format(10000, QStringLiteral("###,###")) +
+               QStringLiteral(" descriptions may be added to this file at one time..."),
+           vbInformation);
+    if (count < kDescriptionSlots) {
+        t.DescFileName << fileName;
+        t.DescText << text;
+    } else {
+        t.DescFileName[kDescriptionSlots - 1] = fileName;
+        t.DescText[kDescriptionSlots - 1] = text;
+    }
+}
+
+void RemoveDescription(const QString& fileName)
+{
+    DescriptionTable& t = CurrentDescriptions();
+    for (qsizetype i = 0; i < entryCount(t); ++i) {
+        if (t.DescFileName[i].compare(fileName, Qt::CaseInsensitive) == 0) {
+            t.DescFileName.removeAt(i);
+            t.DescText.removeAt(i);
+            return;
+        }
+    }
+}
+
+DescriptionLook DefaultDescriptionLook()
+{
+    const Settings& s = CurrentSettings();
+    DescriptionLook look;
+    look.location = s.SlideDescLoc;
+    look.speed = s.SlideDescSpeed;
+    look.font = s.SlideDescFont.isEmpty() ? QStringLiteral("MS Sans Serif") : s.SlideDescFont;
+    look.size = s.SlideDescSize;
+    look.style = s.SlideDescStyle;
+    look.foreColor = s.SlideDescForeColor;
+    look.useBack = s.SlideDescUseBack;
+    look.backColor = s.SlideDescBackColor;
+    look.border = s.SlideDescBorder;
+    look.shadow = s.SlideDescShadow;
+    look.shadowDistance = s.SlideDescShadDist;
+    look.shadowDirection = s.SlideDescShadDir;
+    look.shadowColor = s.SlideDescShadColor;
+    return look;
+}
+
+QString BuildDescProps(const DescriptionLook& l)
+{
+    if (l.custom == 0)
+        return {};
+    const QStringList values = {
+        QString::number(l.custom),        QString::number(l.location),       QString::number(l.speed),
+        l.font,                           QString::number(l.size),           QString::number(l.style),
+        QString::number(l.foreColor),     QString::number(l.useBack),        QString::number(l.backColor),
+        QString::number(l.border),        QString::number(l.shadow),         QString::number(l.shadowDistance),
+        QString::number(l.shadowDirection), QString::number(l.shadowColor)};
+    return values.join(u',');
+}
+
+DescriptionLook ParseDescProps(const QString& props)
+{
+    DescriptionLook look = DefaultDescriptionLook();
+    if (props.isEmpty())
+        return look;
+    const QStringList v = props.split(u',');
+    auto num16 = [&](int i, qint16& field) {
+        if (i < v.size())
+            field = ToInt16(v[i]).value_or(field);
+    };
+    auto num32 = [&](int i, qint32& field) {
+        if (i < v.size())
+            field = ToInt32(v[i]).value_or(field);
+    };
+    num16(0, look.custom);
+    num16(1, look.location);
+    num16(2, look.speed);
+    if (v.size() > 3)
+        look.font = v[3].isEmpty() ? QStringLiteral("MS Sans Serif") : v[3];
+    num16(4, look.size);
+    num16(5, look.style);
+    num32(6, look.foreColor);
+    num16(7, look.useBack);
+    num32(8, look.backColor);
+    num16(9, look.border);
+    num16(10, look.shadow);
+    num16(11, look.shadowDistance);
+    num16(12, look.shadowDirection);
+    num32(13, look.shadowColor);
+    return look;
+}
+
+DescriptionProblems CheckDescriptionFile(const QString& folder)
+{
+    DescriptionProblems p;
+    ListInput in;
+    bool valid = false;
+    if (!openFile(folder, in, valid) || !valid)
+        return p;
+    for (const Pair& pair : rawPairs(in)) {
+        if (pair.name.isEmpty() && pair.text.isEmpty())
+            continue;
+        if (pair.name.isEmpty())
+            ++p.withoutFileName;
+        else if (pair.text.isEmpty())
+            ++p.withoutDescription;
+        if (!pair.name.isEmpty() && !QFileInfo(AddSlash(folder) + pair.name).isFile())
+            ++p.missingFiles;
+    }
+    return p;
+}
+
+QString DescriptionReport(const DescriptionProblems& p)
+{
+    if (!p.any())
+        return QStringLiteral("There are no problems with the selected description file...");
+    auto line = [](int n, const char* one, const char* many) {
+        return n == 1 ? QString(QStringLiteral("  * ") + QString::fromLatin1(one))
+                      : QString(QStringLiteral("  * ") + Format(n, QStringLiteral("###,###")) + QString::fromLatin1(many));
+    };
+    QStringList lines;
+    if (p.withoutFileName)
+        lines << line(p.withoutFileName, "One description without filename.", " descriptions without filenames.");
+    if (p.withoutDescription)
+        lines << line(p.withoutDescription, "One filename without description.", " filenames without descriptions.");
+    if (p.missingFiles)
+        lines << line(p.missingFiles, "One filename could not be found.", " filenames could not be found.");
+    return QStringLiteral("The following problem(s) were found in the selected description file:") + NewLine2() +
+           lines.join(NewLine()) + NewLine2() + QStringLiteral("WARNING: Description text may be lost!") + NewLine2() +
+           QStringLiteral("Attempt to repair these problems?");
+}
+
+bool RepairDescriptionFile(const QString& folder)
+{
+    ListInput in;
+    bool valid = false;
+    if (!openFile(folder, in, valid) || !valid)
+        return false;
+    QList<Pair> kept;
+    for (const Pair& pair : rawPairs(in)) {
+        if (!pair.name.isEmpty() && !pair.text.isEmpty() && QFileInfo(AddSlash(folder) + pair.name).isFile())
+            kept.append(pair);
+    }
+    if (kept.isEmpty())
+        return QFile::remove(DescriptionFilePath(folder));
+    return writeEntries(folder, kept);
+}
+
+} // namespace kavori
