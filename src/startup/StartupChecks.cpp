@@ -4,6 +4,7 @@
 #include "platform/AppPaths.h"
 #include "platform/Display.h"
 #include "platform/UserSettings.h"
+#include "playback/TransitionEngine.h"
 #include "runtime/MsgBox.h"
 #include "settings/IniStore.h"
 #include "settings/Settings.h"
@@ -54,6 +55,7 @@ QString ProgramPathDifferentQuestion(const QString& appPath)
 bool CheckColorDepth(const QString& commandLine)
 {
     const int bits = DisplayColorDepth();
+    Transitions().Colors256 = bits == 8;
     if (bits < 8) {
         MsgBox(ColorDepthTooLowMessage(), vbInformation + vbMsgBoxHelpButton);
         return false;
