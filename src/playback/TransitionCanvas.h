@@ -24,6 +24,13 @@ public:
     virtual void copyTo(const QRect& source, const QPoint& destination) = 0;
     // The whole new picture, at once.
     virtual void copyWhole() { copy(QRect(QPoint(0, 0), size())); }
+    // A rectangle that grows step by step: only its fresh part differs from what is shown, so
+    // a canvas may copy just that.
+    virtual void copyGrown(const QRect& whole, const QRect& fresh)
+    {
+        Q_UNUSED(fresh);
+        copy(whole);
+    }
 };
 
 // Paints into a destination picture at screen size in device pixels, remembering which region
@@ -34,6 +41,11 @@ public:
     QSize size() const override { return m_destination.size(); }
     void copy(const QRect& rect) override;
     void copyTo(const QRect& source, const QPoint& destination) override;
+    void copyGrown(const QRect& whole, const QRect& fresh) override
+    {
+        Q_UNUSED(whole);
+        copy(fresh);
+    }
 
     const QImage& destination() const { return m_destination; }
     const QImage& source() const { return m_source; }

@@ -39,6 +39,12 @@ bool EffectRun::copyWholeTo(int x, int y)
     return check();
 }
 
+bool EffectRun::copyGrown(const QRect& whole, const QRect& fresh)
+{
+    m_canvas.copyGrown(whole, fresh);
+    return check();
+}
+
 bool EffectRun::pause()
 {
     const int passes = ScaledPauseCount(m_count, CurrentSettings().TransitionSpeed);
@@ -269,7 +275,7 @@ void venetianHorizontal(EffectRun& r)
     const int slats = std::max(n, reaching(r.H, h) - 1);
     for (int k = 1; k <= h; ++k) {
         for (int i = 0; i <= slats; ++i)
-            if (!r.copy(0, h * i, r.W, k))
+            if (!r.copyGrown(QRect(0, h * i, r.W, k), QRect(0, h * i + k - 1, r.W, 1)))
                 return;
         if (!r.pause())
             return;
@@ -283,7 +289,7 @@ void venetianVertical(EffectRun& r)
     const int slats = std::max(n, reaching(r.W, w) - 1);
     for (int k = 1; k <= w; ++k) {
         for (int i = 0; i <= slats; ++i)
-            if (!r.copy(w * i, 0, k, r.H))
+            if (!r.copyGrown(QRect(w * i, 0, k, r.H), QRect(w * i + k - 1, 0, 1, r.H)))
                 return;
         if (!r.pause())
             return;

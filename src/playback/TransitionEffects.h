@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRect>
 #include <QString>
 
 namespace kavori {
@@ -22,6 +23,8 @@ public:
     bool check() const;
     bool copy(int x, int y, int w, int h);
     bool copyWholeTo(int x, int y);
+    // A copy that grows from the previous step's by the fresh rectangle.
+    bool copyGrown(const QRect& whole, const QRect& fresh);
     bool pause();
 
 private:

@@ -28,7 +28,8 @@ public:
 // The pacer of the player: effects run ahead on a virtual clock of kPassMicroseconds per pass
 // and the screen is presented at most once per display frame, waiting (with events running)
 // whenever the effect is ahead of the clock.
-constexpr double kPassMicroseconds = 10.0;
+// 14 microseconds makes the average effect last about 1.7 s at speed 3 on 1920 x 1080.
+constexpr double kPassMicroseconds = 14.0;
 
 // The number of passes a pause count stands for at the current TransitionSpeed, or a negative
 // value when the scaled count overflows 16 bits (the effect then ends at once).
