@@ -211,7 +211,7 @@ const ButtonRow kMainButtons[] = {
     {"Wizard", "mnuSlideShowWizard", "Slide Show Wizard", QStyle::SP_DialogYesButton},
     {"Arrange", "mnuArrangeList", "Arrange Favorite Shows", QStyle::SP_FileDialogToParent},
     {"Help2", "mnuTipOfDay", "Tip of the Day", QStyle::SP_MessageBoxQuestion},
-    {"Help", "mnuHelpContents", "Help", QStyle::SP_DialogHelpButton},
+    {"Help", "mnuHelpContents", "Help", QStyle::SP_TitleBarContextHelpButton},
 };
 
 const ButtonRow kQuickButtons[] = {
