@@ -268,29 +268,21 @@ template <bool Horizontal, int Passes> void blinds(EffectRun& r)
 
 // ---- Venetian blinds --------------------------------------------------------------------
 
-void venetianHorizontal(EffectRun& r)
+// Every slat opens from its top (or left) edge, one row (or column) more per pass.
+template <bool Horizontal> void venetian(EffectRun& r)
 {
     const int n = r.a;
-    const int h = std::max(1, int(Int(double(r.H) / n + 0.5)));
-    const int slats = std::max(n, reaching(r.H, h) - 1);
-    for (int k = 1; k <= h; ++k) {
-        for (int i = 0; i <= slats; ++i)
-            if (!r.copyGrown(QRect(0, h * i, r.W, k), QRect(0, h * i + k - 1, r.W, 1)))
+    const int extent = Horizontal ? r.H : r.W;
+    const int slat = std::max(1, int(Int(double(extent) / n + 0.5)));
+    const int slats = std::max(n, reaching(extent, slat) - 1);
+    for (int k = 1; k <= slat; ++k) {
+        for (int i = 0; i <= slats; ++i) {
+            const int at = slat * i;
+            const bool goOn = Horizontal ? r.copyGrown(QRect(0, at, r.W, k), QRect(0, at + k - 1, r.W, 1))
+                                         : r.copyGrown(QRect(at, 0, k, r.H), QRect(at + k - 1, 0, 1, r.H));
+            if (!goOn)
                 return;
-        if (!r.pause())
-            return;
-    }
-}
-
-void venetianVertical(EffectRun& r)
-{
-    const int n = r.a;
-    const int w = std::max(1, int(Int(double(r.W) / n + 0.5)));
-    const int slats = std::max(n, reaching(r.W, w) - 1);
-    for (int k = 1; k <= w; ++k) {
-        for (int i = 0; i <= slats; ++i)
-            if (!r.copyGrown(QRect(w * i, 0, k, r.H), QRect(w * i + k - 1, 0, 1, r.H)))
-                return;
+        }
         if (!r.pause())
             return;
     }
@@ -637,10 +629,10 @@ const TransitionEntry kCatalogue[kTransitionCount] = {
     {"Horizontal Blinds - 2 Pass", blinds<true, 2>, 700, 6, 0},
     {"Vertical Blinds - 1 Pass", blinds<false, 1>, 500, 8, 0},
     {"Vertical Blinds - 2 Pass", blinds<false, 2>, 800, 8, 0},
-    {"Horizontal Venetian Blinds - Small Stripes", venetianHorizontal, 1500, 40, 0},
-    {"Vertical Venetian Blinds - Small Stripes", venetianVertical, 1500, 40, 0},
-    {"Horizontal Venetian Blinds - Large Stripes", venetianHorizontal, 1000, 15, 0},
-    {"Vertical Venetian Blinds - Large Stripes", venetianVertical, 120, 15, 0},
+    {"Horizontal Venetian Blinds - Small Stripes", venetian<true>, 1500, 40, 0},
+    {"Vertical Venetian Blinds - Small Stripes", venetian<false>, 1500, 40, 0},
+    {"Horizontal Venetian Blinds - Large Stripes", venetian<true>, 1000, 15, 0},
+    {"Vertical Venetian Blinds - Large Stripes", venetian<false>, 120, 15, 0},
     {"Slide Down Diagonally - Right", diagonalSlide<0, 0>, 200, 80, 0},
     {"Slide Down Diagonally - Left", diagonalSlide<1, 0>, 200, 80, 0},
     {"Slide Up Diagonally - Right", diagonalSlide<0, 1>, 200, 80, 0},
