@@ -22,19 +22,23 @@ QString ImageDocument::title() const
 {
     if (m_currentFile.isEmpty())
         return AppTitle();
-    return AppTitle() + QStringLiteral(" - [") + FileNameOf(m_currentFile) + u']';
+    const QString name = m_shownName.isEmpty() ? FileNameOf(m_currentFile) : m_shownName;
+    return AppTitle() + QStringLiteral(" - [") + name + u']';
 }
 
-void ImageDocument::setImage(const QImage& image, const QString& path, bool changed)
+void ImageDocument::setImage(const QImage& image, const QString& path, bool changed,
+                             const QString& shownName)
 {
     m_image = image;
     m_currentFile = path;
+    m_shownName = shownName;
     m_imageChanged = changed;
 }
 
 void ImageDocument::markSaved(const QString& path)
 {
     m_currentFile = path;
+    m_shownName.clear();
     m_imageChanged = false;
 }
 

@@ -24,8 +24,10 @@ public:
     // "Kavori - [name]", or "Kavori" with nothing open.
     QString title() const;
 
-    // Takes a picture read from a file (or from memory when path is UntitledName()).
-    void setImage(const QImage& image, const QString& path, bool changed = false);
+    // Takes a picture read from a file (or from memory when path is UntitledName()). shownName
+    // is the name the title shows when it is not the file's own (an imported picture).
+    void setImage(const QImage& image, const QString& path, bool changed = false,
+                  const QString& shownName = QString());
     void markSaved(const QString& path);
 
     // Runs an editing command: the picture before it becomes the undo snapshot. Returns the
@@ -44,6 +46,7 @@ public:
 private:
     QImage m_image;
     QString m_currentFile;
+    QString m_shownName;
     bool m_imageChanged = false;
     bool m_canUndo = false;
     QString m_undoCaption;

@@ -1,24 +1,44 @@
 #include "MainViewFrm.h"
 
+#include "DropRequest.h"
 #include "FolderBrowse.h"
+#include "RecentFiles.h"
+#include "StartRequest.h"
 #include "ImageView.h"
 #include "imaging/ImageTypes.h"
+#include "imaging/ImageSaving.h"
 #include "imaging/PictureLoader.h"
 #include "platform/AppPaths.h"
 #include "platform/HelpFile.h"
 #include "platform/TickCount.h"
+#include "platform/Twips.h"
+#include "platform/UserSettings.h"
 #include "playback/FullViewFrm.h"
 #include "runtime/DoEvents.h"
 #include "runtime/Format.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Prompts.h"
+#include "runtime/VbColor.h"
 #include "settings/Settings.h"
+#include "settings/SettingsCatalogue.h"
+#include "settings/frmLanguage.h"
+#include "slideshow/BonusPack.h"
+#include "slideshow/SlideShow.h"
+#include "slideshow/SlideShowFile.h"
+#include "startup/Modes.h"
 #include "startup/StartupState.h"
 #include "startup/WaitFrm.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QCloseEvent>
+#include <QDialog>
+#include <QDialogButtonBox>
+#include <QFileInfo>
+#include <QMimeData>
+#include <QScreen>
+#include <QVBoxLayout>
 #include <QLabel>
 #include <QMenu>
 #include <QStatusBar>
@@ -64,6 +84,11 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     m_statusText->setObjectName(QStringLiteral("lblStatus"));
     statusBar()->setObjectName(QStringLiteral("StatusBar1"));
     statusBar()->addWidget(m_statusText, 1);
+
+    readStartRequest();
+    restoreGeometryFromSettings();
+    applyBackground();
+    updateRecentMenu();
 
     m_timerStart = new QTimer(this);
     m_timerStart->setObjectName(QStringLiteral("TimerStart"));
@@ -115,6 +140,25 @@ void MainViewFrm::connectCommands()
     handle("mnuBrowseNext", [this] { browse(BrowseStep::Next); });
     handle("mnuBrowseLast", [this] { browse(BrowseStep::Last); });
     handle("mnuFullScreen", [this] { fullScreen(); });
+    handle("mnuExportJPG", [this] { exportImage(true); });
+    handle("mnuExportBMP", [this] { exportImage(false); });
+    handle("mnuSaveCopy", [this] { exportImage(false); });
+    handle("mnuImportPCX", [this] { importImage(true); });
+    handle("mnuImportTGA", [this] { importImage(false); });
+    handle("mnuNewImage", [this] { newImage(); });
+    handle("mnuAbout", [this] { showAbout(); });
+    handle("mnuSelectLanguage", [this] {
+        frmLanguage dialog(this);
+        dialog.exec();
+    });
+    handle("mnuTopmost", [this] {
+        CurrentSettings().TopMostWindow = m_menus.action(QStringLiteral("mnuTopmost"))->isChecked();
+        setWindowFlag(Qt::WindowStaysOnTopHint, CurrentSettings().TopMostWindow);
+        show();
+    });
+    m_menus.action(QStringLiteral("mnuTopmost"))->setCheckable(true);
+    for (int i = 1; i <= 7; ++i)
+        handle(QStringLiteral("mnuLast%1").arg(i).toLatin1().constData(), [this, i] { openRecent(i - 1); });
     handle("mnuHelpContents", [] { ShowHelp(); });
     handle("mnuHelpSearch", [] { ShowHelp(); });
 }
@@ -148,6 +192,9 @@ bool MainViewFrm::openImage(const QString& path)
     }
     m_document.setImage(image, path);
     showDocument();
+    CurrentSettings().LastOpenedFile = path;
+    AddRecentFile(path);
+    updateRecentMenu();
     return true;
 }
 
@@ -251,6 +298,252 @@ void MainViewFrm::runStartSequence()
         MsgBox(LoadTimeMessage(GetTickCount() - start.LoadStart), vbInformation);
     if (IsImageFile(start.CommandLine))
         openImage(start.CommandLine);
+    else if (start.CommandLine.isEmpty() && CurrentSettings().DisplayLastOpened &&
+             IsImageFile(CurrentSettings().LastOpenedFile))
+        openImage(CurrentSettings().LastOpenedFile);
+    else if (start.CommandLine.isEmpty() && IsImageFile(CurrentSettings().DefaultImage))
+        openImage(CurrentSettings().DefaultImage);
+
+    // The request: the command line's, else the one the settings choose; the slide show
+    // editor, thumbnails and tips are subsystems of their own that are not part of this window.
+    const qint16 request = m_startRequest != 0 ? m_startRequest : CurrentSettings().StartupDialog;
+    switch (request) {
+    case 1: showAbout(); break;
+    case 3: openDialog(); break;
+    case 5: {
+        auto* dialog = new frmLanguage(this);
+        dialog->setAttribute(Qt::WA_DeleteOnClose);
+        dialog->show();
+        break;
+    }
+    default:
+        if (start.FirstRun)
+            showAbout();
+        break;
+    }
+}
+
+void MainViewFrm::readStartRequest()
+{
+    const QString line = CurrentStartup().CommandLine;
+    if (line.isEmpty() || IsImageFile(line))
+        return;
+    const StartRequestResult r = ParseStartRequest(line);
+    m_startRequest = r.request;
+    m_thumbnailFolder = r.thumbnailFolder;
+    if (r.endProgram) {
+        MsgBox(r.message, vbInformation);
+        QTimer::singleShot(0, this, &QWidget::close);
+    } else if (!r.message.isEmpty()) {
+        MsgBox(r.message, vbExclamation);
+    }
+}
+
+void MainViewFrm::restoreGeometryFromSettings()
+{
+    const Settings& s = CurrentSettings();
+    if (s.SaveWindowSize && s.MainSizeX > 0 && s.MainSizeY > 0) {
+        QRect wanted(TwipsToPixels(s.MainPosX), TwipsToPixels(s.MainPosY), TwipsToPixels(s.MainSizeX),
+                     TwipsToPixels(s.MainSizeY));
+        // Kept on a screen that is there now.
+        if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+            const QRect area = screen->availableGeometry();
+            wanted.setSize(wanted.size().boundedTo(area.size()).expandedTo(QSize(320, 240)));
+            if (!area.intersects(wanted))
+                wanted.moveTopLeft(area.topLeft());
+        }
+        setGeometry(wanted);
+    }
+    if (s.TopMostWindow) {
+        setWindowFlag(Qt::WindowStaysOnTopHint, true);
+        m_menus.action(QStringLiteral("mnuTopmost"))->setChecked(true);
+    }
+    if (s.WindowMaximized)
+        setWindowState(windowState() | Qt::WindowMaximized);
+}
+
+void MainViewFrm::saveWindowState()
+{
+    Settings& s = CurrentSettings();
+    if (!isMaximized()) {
+        const QRect g = geometry();
+        s.MainPosX = PixelsToTwips(g.x());
+        s.MainPosY = PixelsToTwips(g.y());
+        s.MainSizeX = PixelsToTwips(g.width());
+        s.MainSizeY = PixelsToTwips(g.height());
+    }
+    s.TopMostWindow = m_menus.action(QStringLiteral("mnuTopmost"))->isChecked();
+    WriteMainWindowState();
+}
+
+void MainViewFrm::applyBackground()
+{
+    const Settings& s = CurrentSettings();
+    QImage texture;
+    if (!s.MainViewBackground.isEmpty()) {
+        texture = LoadPicture(s.MainViewBackground);
+        if (texture.isNull())
+            texture = QImage(PathNoCase(FolderOf(s.MainViewBackground), FileNameOf(s.MainViewBackground)));
+        if (texture.isNull())
+            MsgBox(QStringLiteral("Could not find the background texture specified for the Main Viewing Window.") +
+                       NewLine2() + QStringLiteral("Edit the \"Appearance\" settings found in \"Preferences\" to remove this message..."),
+                   vbInformation);
+    }
+    const QColor colour = s.BackgroundColor == 0 ? palette().color(QPalette::Dark)
+                                                 : FromVbColor(s.PreviewBackRGB);
+    m_view->setBackground(colour, texture);
+}
+
+void MainViewFrm::updateRecentMenu()
+{
+    const Settings& s = CurrentSettings();
+    for (int i = 0; i < 7; ++i) {
+        QAction* entry = m_menus.action(QStringLiteral("mnuLast") + QString::number(i + 1));
+        const QString path = s.Recent[std::size_t(i)];
+        entry->setVisible(!path.isEmpty());
+        entry->setText(RecentFileCaption(path));
+    }
+}
+
+void MainViewFrm::openRecent(int index)
+{
+    const QString path = CurrentSettings().Recent[std::size_t(index)];
+    if (!path.isEmpty())
+        openImage(path);
+}
+
+void MainViewFrm::exportImage(bool jpeg)
+{
+    if (!m_document.hasImage()) {
+        MsgBox(QStringLiteral("An image has not been opened yet, nothing to save..."), vbInformation);
+        return;
+    }
+    const QString base = IsFullPath(m_document.currentFile()) ? m_document.currentFile() : QString();
+    const QString suggested = base.isEmpty() ? QString() : FolderOf(base) + QFileInfo(base).completeBaseName() + (jpeg ? QStringLiteral(".jpg") : QStringLiteral(".bmp"));
+    const QString target = CurrentPrompts().saveFile(jpeg ? QStringLiteral("Export as JPEG") : QStringLiteral("Save as Bitmap"), suggested,
+                                                     jpeg ? QStringLiteral("JPEG (*.jpg *.jpeg)") : QStringLiteral("Windows Bitmap (*.bmp)"));
+    if (target.isEmpty())
+        return;
+    const bool ok = jpeg ? SaveAsJpeg(m_document.imageChanged() ? QString() : base, m_document.image(), target,
+                                      CurrentSettings().QualityJPG)
+                         : SaveBitmap(m_document.image(), target);
+    if (!ok) {
+        MsgBox(QStringLiteral("Unable to save the image as:") + NewLine2() + target + NewLine2() +
+                   QStringLiteral("The folder may be read-only or the disk full..."),
+               vbExclamation);
+        return;
+    }
+    m_document.markSaved(jpeg ? m_document.currentFile() : target);
+    showDocument();
+}
+
+void MainViewFrm::importImage(bool pcx)
+{
+    if (!ConfirmDiscardChanges(m_document))
+        return;
+    const QString path = CurrentPrompts().openFile(pcx ? QStringLiteral("Import PCX Image File") : QStringLiteral("Import TGA Image File"),
+                                                   QString(), pcx ? QStringLiteral("PCX Image (*.pcx)") : QStringLiteral("TGA Image (*.tga)"));
+    if (path.isEmpty())
+        return;
+    const QImage image = ImportPicture(path);
+    if (image.isNull()) {
+        MsgBox(QStringLiteral("Unable to import the image file:") + NewLine2() + path + NewLine2() +
+                   QStringLiteral("The file may be damaged or is not a supported type..."),
+               vbInformation);
+        return;
+    }
+    SaveBitmap(image, UntitledImagePath());
+    m_document.setImage(image.convertToFormat(QImage::Format_RGB32), UntitledImagePath(), true, FileNameOf(path));
+    showDocument();
+}
+
+void MainViewFrm::newImage()
+{
+    if (!ConfirmDiscardChanges(m_document))
+        return;
+    const Settings& s = CurrentSettings();
+    QImage image = s.NewGetsClipboard ? QApplication::clipboard()->image() : QImage();
+    if (image.isNull())
+        image = NewImage(s.NewImageX, s.NewImageY, FromVbColor(s.BackColorRGB));
+    SaveBitmap(image, UntitledImagePath());
+    m_document.setImage(image.convertToFormat(QImage::Format_RGB32), UntitledImagePath(), true);
+    showDocument();
+}
+
+void MainViewFrm::showAbout()
+{
+    const BonusPack& pack = CurrentBonusPack();
+    QString text = QStringLiteral("Kavori - image viewer and slide show program") + NewLine() +
+                   QStringLiteral("Version 3.0");
+    if (!pack.BonusPackName.isEmpty())
+        text += NewLine2() + QStringLiteral("With ") + pack.BonusPackName + u' ' + pack.BonusPackEdition + u'!';
+    auto* about = new QDialog(this);
+    about->setObjectName(QStringLiteral("frmAbout"));
+    about->setAttribute(Qt::WA_DeleteOnClose);
+    about->setWindowTitle(AppTitle() + QStringLiteral(" - [About]"));
+    auto* layout = new QVBoxLayout(about);
+    auto* label = new QLabel(QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")), about);
+    label->setObjectName(QStringLiteral("lblAbout"));
+    layout->addWidget(label);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, about);
+    connect(buttons, &QDialogButtonBox::accepted, about, &QDialog::accept);
+    layout->addWidget(buttons);
+    about->show();
+}
+
+void MainViewFrm::dropFile(const QString& path)
+{
+    const DropRequest r = ClassifyDrop(path);
+    switch (r.kind) {
+    case DropRequest::Refuse:
+        MsgBox(r.message, vbInformation);
+        break;
+    case DropRequest::OpenImage:
+        openImage(r.path);
+        break;
+    case DropRequest::PlayShow:
+        ReadSlideShow(r.path);
+        if (CurrentShow().slides.isEmpty())
+            MsgBox(QStringLiteral("This slide show file does not contain any images, nothing to show..."), vbInformation);
+        else
+            RunSlideShowMode();
+        break;
+    }
+}
+
+void MainViewFrm::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (event->mimeData()->hasUrls())
+        event->acceptProposedAction();
+}
+
+void MainViewFrm::dropEvent(QDropEvent* event)
+{
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.isEmpty())
+        return;
+    event->acceptProposedAction();
+    dropFile(urls.first().isLocalFile() ? urls.first().toLocalFile() : QString());
+}
+
+void MainViewFrm::closeEvent(QCloseEvent* event)
+{
+    if (!ConfirmDiscardChanges(m_document)) {
+        event->ignore();
+        return;
+    }
+    const Settings& s = CurrentSettings();
+    if (s.ClearClipboard && !QApplication::clipboard()->image().isNull()) {
+        // No clears the clipboard; Yes leaves the picture for other programs.
+        if (MsgBox(QStringLiteral("There is an image on the clipboard.") + NewLine2() +
+                       QStringLiteral("Do you want this data to be available to other applications?"),
+                   vbYesNo + vbQuestion) == vbNo)
+            QApplication::clipboard()->clear();
+    }
+    saveWindowState();
+    if (s.DeleteUntitled)
+        QFile::remove(UntitledImagePath());
+    event->accept();
 }
 
 } // namespace kavori

@@ -29,10 +29,31 @@ public:
     // Opens an image file after the unsaved-image question; false when it was not opened.
     bool openImage(const QString& path);
 
+    // Handles a file dropped on the image area.
+    void dropFile(const QString& path);
+
     // "Load Time: ..." for a start that took this many milliseconds.
     static QString LoadTimeMessage(qint64 milliseconds);
 
+    // The request the command line made of the window (0 none).
+    qint16 startRequest() const { return m_startRequest; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
 private:
+    void readStartRequest();
+    void restoreGeometryFromSettings();
+    void saveWindowState();
+    void applyBackground();
+    void updateRecentMenu();
+    void openRecent(int index);
+    void exportImage(bool jpeg);
+    void importImage(bool pcx);
+    void newImage();
+    void showAbout();
     void connectCommands();
     void showDocument();
     void runEdit(const QString& undoCaption, const std::function<EditResult(const QImage&)>& command);
@@ -48,6 +69,8 @@ private:
     ImageView* m_view = nullptr;
     QTimer* m_timerStart = nullptr;
     QLabel* m_statusText = nullptr;
+    qint16 m_startRequest = 0;
+    QString m_thumbnailFolder;
 };
 
 // The filter of the open-image dialog: every supported type, then each family.

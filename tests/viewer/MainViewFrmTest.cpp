@@ -1,4 +1,8 @@
+#include "platform/AppPaths.h"
 #include "runtime/MsgBox.h"
+#include "settings/IniStore.h"
+#include "settings/SettingsCatalogue.h"
+#include "startup/StartupState.h"
 #include "settings/Settings.h"
 #include "support/KavoriTest.h"
 #include "viewer/ImageView.h"
@@ -7,6 +11,9 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QDialog>
+#include <QDir>
+#include <QFileInfo>
 
 using namespace kavori;
 
@@ -16,6 +23,8 @@ protected:
     {
         KavoriTest::SetUp();
         ResetSettings();
+        ResetStartup();
+        CurrentSettings().StartupDialog = 0;
         QApplication::clipboard()->clear();
     }
     QString makeImage(const QString& name, const QColor& color, QSize size = QSize(32, 24))
@@ -110,4 +119,123 @@ TEST_F(MainViewFrmTest, UnreadableImageIsReportedAndNothingChanges)
     EXPECT_EQ(w.windowTitle(), "Kavori");
     ASSERT_EQ(prompts().calls.size(), 1);
     EXPECT_TRUE(prompts().calls[0].text.contains(bad));
+}
+
+TEST_F(MainViewFrmTest, DropsOfEveryKind)
+{
+    MainViewFrm w;
+    const QString picture = makeImage(QStringLiteral("drop.bmp"), Qt::red);
+    w.dropFile(picture);
+    EXPECT_EQ(w.windowTitle(), "Kavori - [drop.bmp]");
+
+    // A symbolic link and a desktop link are followed.
+    const QString other = makeImage(QStringLiteral("other.bmp"), Qt::green);
+    const QString link = root() + QStringLiteral("pics/link.bmp");
+    QFile::link(other, link);
+    w.dropFile(link);
+    EXPECT_EQ(w.document().currentFile(), other);
+    const QString desktop = writeFile(QStringLiteral("pics/shortcut.desktop"),
+                                      "[Desktop Entry]\nType=Link\nName=pic\nURL=file://" + picture.toUtf8() + "\n");
+    w.dropFile(desktop);
+    EXPECT_EQ(w.document().currentFile(), picture);
+
+    prompts().clear();
+    w.dropFile(root() + QStringLiteral("pics"));
+    w.dropFile(writeFile(QStringLiteral("pics/scan.tga"), "x"));
+    w.dropFile(writeFile(QStringLiteral("pics/empty.desktop"), "[Desktop Entry]\n"));
+    w.dropFile(writeFile(QStringLiteral("pics/empty.kav"), "Kavori Slide Show\r\nVersion 3.0\r\n"));
+    EXPECT_EQ(prompts().texts(),
+              QStringList({"You may not drop a folder here, unable to open...",
+                           ".TGA files must be imported into Kavori and then saved as a supported format first, unable to open:\r\n\r\n" +
+                               root() + "pics/scan.tga",
+                           "An unexpected error occurred while getting filename that was dropped here, unable to open file...",
+                           "An error occurred while reading Slide Show data.\r\nThis may not be a valid Slide Show file...",
+                           "This slide show file does not contain any images, nothing to show..."}));
+    EXPECT_EQ(w.document().currentFile(), picture);
+}
+
+TEST_F(MainViewFrmTest, RecentFilesImportNewImageAndSettingsKeptAcrossStarts)
+{
+    QString last;
+    {
+        MainViewFrm w;
+        for (int i = 0; i < 9; ++i) {
+            last = makeImage(QStringLiteral("r%1.bmp").arg(i), Qt::blue);
+            ASSERT_TRUE(w.openImage(last));
+        }
+        QAction* first = w.menus().action(QStringLiteral("mnuLast1"));
+        EXPECT_TRUE(first->isVisible());
+        EXPECT_EQ(first->text(), "  " + last);
+        EXPECT_EQ(CurrentSettings().Recent[6], root() + "pics/r2.bmp");
+
+        // Import: the picture becomes Untitled.BMP, the title names the imported file.
+        QImage tga(4, 3, QImage::Format_RGB32);
+        const QByteArray header = QByteArray::fromHex("000002000000000000000000040003001820");
+        QByteArray pixels(4 * 3 * 3, char(0x80));
+        prompts().files = {writeFile(QStringLiteral("pics/in.tga"), header + pixels)};
+        prompts().answers = {vbYes};
+        w.menus().action(QStringLiteral("mnuImportTGA"))->trigger();
+        EXPECT_EQ(w.windowTitle(), "Kavori - [in.tga]");
+        EXPECT_EQ(FileNameOf(w.document().currentFile()), "Untitled.BMP");
+        EXPECT_TRUE(w.document().imageChanged());
+
+        // Export to JPEG at the quality setting, then a new blank image from the settings.
+        const QString jpeg = root() + QStringLiteral("out/export.jpg");
+        QDir().mkpath(root() + QStringLiteral("out"));
+        prompts().files = {jpeg};
+        w.menus().action(QStringLiteral("mnuExportJPG"))->trigger();
+        EXPECT_TRUE(QFileInfo(jpeg).isFile());
+        EXPECT_FALSE(w.document().imageChanged());
+        CurrentSettings().NewImageX = 50;
+        CurrentSettings().NewImageY = 40;
+        w.menus().action(QStringLiteral("mnuNewImage"))->trigger();
+        EXPECT_EQ(w.document().image().size(), QSize(50, 40));
+
+        // Closing stores the window's group.
+        CurrentSettings().SaveWindowSize = true;
+        w.setGeometry(40, 60, 500, 400);
+        prompts().answers = {vbYes};
+        w.close();
+    }
+    LoadIniFile(SettingsFilePath());
+    EXPECT_EQ(GetIniValue(QStringLiteral("Viewer"), QStringLiteral("MainSizeX")), QString::number(500 * 15));
+    EXPECT_EQ(GetIniValue(QStringLiteral("Viewer"), QStringLiteral("Recent1")), last);
+    ClearIni();
+    LoadSettings();
+    CurrentSettings().SaveWindowSize = true;
+    MainViewFrm again;
+    EXPECT_EQ(again.geometry().size(), QSize(500, 400));
+    EXPECT_EQ(again.menus().action(QStringLiteral("mnuLast1"))->text(), "  " + last);
+}
+
+TEST_F(MainViewFrmTest, CommandLineRequestsAndTheClipboardQuestion)
+{
+    CurrentStartup().CommandLine = QStringLiteral("ABOUTX");
+    {
+        MainViewFrm w;
+        EXPECT_EQ(prompts().texts(), QStringList({"An invalid command (ABOUTX) was passed at the command prompt..."}));
+        EXPECT_EQ(prompts().calls[0].style, vbExclamation);
+        EXPECT_EQ(w.startRequest(), 0);
+    }
+    CurrentStartup().CommandLine = QStringLiteral("language");
+    {
+        MainViewFrm w;
+        EXPECT_EQ(w.startRequest(), 5);
+        w.runStartSequence();
+        EXPECT_NE(w.findChild<QDialog*>(QStringLiteral("frmLanguage")), nullptr);
+    }
+    CurrentStartup().CommandLine.clear();
+    {
+        CurrentSettings().StartupDialog = 1;
+        MainViewFrm w;
+        w.runStartSequence(); // the about box
+        EXPECT_NE(w.findChild<QDialog*>(QStringLiteral("frmAbout")), nullptr);
+        QImage clip(4, 4, QImage::Format_RGB32);
+        QApplication::clipboard()->setImage(clip);
+        prompts().clear();
+        prompts().answers = {vbNo};
+        w.close();
+        EXPECT_EQ(prompts().texts(), QStringList({"There is an image on the clipboard.\r\n\r\nDo you want this data to be available to other applications?"}));
+        EXPECT_TRUE(QApplication::clipboard()->image().isNull());
+    }
 }
