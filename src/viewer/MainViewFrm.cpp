@@ -1,6 +1,7 @@
 #include "MainViewFrm.h"
 
 #include "DropRequest.h"
+#include "EditDialogs.h"
 #include "FolderBrowse.h"
 #include "RecentFiles.h"
 #include "StartRequest.h"
@@ -36,6 +37,7 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QFileInfo>
+#include <QImageReader>
 #include <QMimeData>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -66,6 +68,10 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     m_view->setFit(s.StretchImages, s.EnlargeImages, s.UseHalftoneMode);
     m_view->setBackground(palette().color(QPalette::Dark));
     setCentralWidget(m_view);
+    connect(m_view, &ImageView::clicked, this, [this] {
+        if (CurrentSettings().ClickScreenOpen)
+            openDialog();
+    });
 
     m_menus = BuildMainMenus(this);
     // Commands come alive as their features do; until then they are shown, never faked.
@@ -159,6 +165,57 @@ void MainViewFrm::connectCommands()
     m_menus.action(QStringLiteral("mnuTopmost"))->setCheckable(true);
     for (int i = 1; i <= 7; ++i)
         handle(QStringLiteral("mnuLast%1").arg(i).toLatin1().constData(), [this, i] { openRecent(i - 1); });
+    handle("mnuArbitrary", [this] {
+        if (!m_document.hasImage())
+            return;
+        frmRotateImg dialog(this);
+        if (dialog.exec() != QDialog::Accepted)
+            return;
+        dialog.remember();
+        runEdit(QStringLiteral("&Undo Rotate"), [&dialog](const QImage& i) {
+            return EditResult{RotateByAngle(i, dialog.angle(), dialog.clockwise(), dialog.preserveSize(), Qt::black), {}};
+        });
+    });
+    handle("mnuEditImageSize", [this] {
+        if (!m_document.hasImage())
+            return;
+        frmImageSize dialog(m_document.image().size(), this);
+        if (dialog.exec() != QDialog::Accepted)
+            return;
+        dialog.remember();
+        runEdit(QStringLiteral("&Undo Resize"), [&dialog](const QImage& i) { return ResizeTo(i, dialog.chosenSize()); });
+    });
+    handle("mnuAnimatedGIF", [this] {
+        if (!m_document.hasImage()) {
+            MsgBox(QStringLiteral("An image has not been opened yet, unable to view animated gif..."), vbInformation);
+            return;
+        }
+        if (!HasExtension(m_document.currentFile(), QStringLiteral(".GIF"))) {
+            MsgBox(QStringLiteral("The current image is not a .GIF file, unable to animate..."), vbInformation);
+            return;
+        }
+        FullViewFrm::ShowImageModal(m_document.currentFile(), true, this);
+    });
+    handle("mnuCaptureDesktop", [this] {
+        if (!ConfirmDiscardChanges(m_document))
+            return;
+        QScreen* screen = QGuiApplication::primaryScreen();
+        const QImage shot = screen ? screen->grabWindow(0).toImage() : QImage();
+        if (shot.isNull())
+            return;
+        SaveBitmap(shot, UntitledImagePath());
+        m_document.setImage(shot.convertToFormat(QImage::Format_RGB32), UntitledImagePath(), true);
+        showDocument();
+    });
+    handle("mnuTempFile", [this] {
+        if (QFileInfo(UntitledImagePath()).isFile() && ConfirmDiscardChanges(m_document)) {
+            const QImage image = QImageReader(UntitledImagePath(), "bmp").read();
+            if (!image.isNull()) {
+                m_document.setImage(image, UntitledImagePath(), true);
+                showDocument();
+            }
+        }
+    });
     handle("mnuHelpContents", [] { ShowHelp(); });
     handle("mnuHelpSearch", [] { ShowHelp(); });
 }
@@ -202,8 +259,8 @@ void MainViewFrm::openDialog()
 {
     const QString folder = m_document.currentFile().isEmpty() ? QString() : FolderOf(m_document.currentFile());
     const QString path = CurrentPrompts().openFile(QStringLiteral("Open Image"), folder, OpenImageFilter());
-    if (!path.isEmpty())
-        openImage(path);
+    if (!path.isEmpty() && openImage(path) && CurrentSettings().ViewFullScreen)
+        fullScreen();
 }
 
 void MainViewFrm::runEdit(const QString& undoCaption,

@@ -88,8 +88,12 @@ TEST_F(MainViewFrmTest, UndoEditsPasteAndFullScreenMessages)
     EXPECT_EQ(prompts().texts().last(), "An image has not been opened yet, unable to view full screen...");
     run(w, "mnuPaste");
     EXPECT_EQ(prompts().texts().last(), "There is nothing to paste.\r\n\r\nNo image data was found on the clipboard...");
+    run(w, "mnuAnimatedGIF");
+    EXPECT_EQ(prompts().texts().last(), "An image has not been opened yet, unable to view animated gif...");
 
     ASSERT_TRUE(w.openImage(makeImage(QStringLiteral("p.bmp"), Qt::red, QSize(40, 20))));
+    run(w, "mnuAnimatedGIF");
+    EXPECT_EQ(prompts().texts().last(), "The current image is not a .GIF file, unable to animate...");
     run(w, "mnu50Larger");
     EXPECT_EQ(w.document().image().size(), QSize(60, 30));
     EXPECT_TRUE(undo->isEnabled());
