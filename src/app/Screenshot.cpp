@@ -2,6 +2,9 @@
 
 #include <QApplication>
 #include <QPixmap>
+#include <QMenu>
+#include <QScreen>
+#include <QTest>
 #include <QTimer>
 #include <QWidget>
 
@@ -33,6 +36,17 @@ void ScreenshotFirstWindowIfAsked()
         if (!window || ++*waited < 4)
             return;
         poll->stop();
+        // With $KAVORI_SCREENSHOT_MENU naming a menu, that menu is opened and the whole
+        // screen is taken, so the menu shows beside its window.
+        const QString menuName = qEnvironmentVariable("KAVORI_SCREENSHOT_MENU");
+        if (auto* menu = window->findChild<QMenu*>(menuName); menu && !menuName.isEmpty()) {
+            menu->popup(window->mapToGlobal(QPoint(10, 30)));
+            QTest::qWait(400);
+            const bool saved = window->screen()->grabWindow(0).save(target, "PNG");
+            std::fprintf(stderr, "%s %s\n", saved ? "Screenshot saved to" : "Could not save", qPrintable(target));
+            std::fflush(stderr);
+            std::_Exit(saved ? 0 : 1);
+        }
         const bool saved = window->grab().save(target, "PNG");
         std::fprintf(stderr, "%s %s\n", saved ? "Screenshot saved to" : "Could not save",
                      qPrintable(target));

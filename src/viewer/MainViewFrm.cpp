@@ -1,5 +1,6 @@
 #include "MainViewFrm.h"
 
+#include "AppIcon.h"
 #include "DropRequest.h"
 #include "EditDialogs.h"
 #include "FolderBrowse.h"
@@ -36,6 +37,7 @@
 #include <QCloseEvent>
 #include <QDialog>
 #include <QDialogButtonBox>
+#include <QHBoxLayout>
 #include <QFileInfo>
 #include <QImageReader>
 #include <QMimeData>
@@ -60,6 +62,7 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
 {
     setObjectName(QStringLiteral("MainViewFrm"));
     setWindowTitle(AppTitle());
+    setWindowIcon(KavoriIcon());
     setAcceptDrops(true);
     resize(634, 474); // the default 9510 x 7110 twips at 15 twips per pixel
 
@@ -530,21 +533,32 @@ void MainViewFrm::newImage()
 void MainViewFrm::showAbout()
 {
     const BonusPack& pack = CurrentBonusPack();
-    QString text = QStringLiteral("Kavori - image viewer and slide show program") + NewLine() +
-                   QStringLiteral("Version 3.0");
-    if (!pack.BonusPackName.isEmpty())
-        text += NewLine2() + QStringLiteral("With ") + pack.BonusPackName + u' ' + pack.BonusPackEdition + u'!';
     auto* about = new QDialog(this);
     about->setObjectName(QStringLiteral("frmAbout"));
     about->setAttribute(Qt::WA_DeleteOnClose);
     about->setWindowTitle(AppTitle() + QStringLiteral(" - [About]"));
+    auto* picture = new QLabel(about);
+    picture->setPixmap(KavoriPixmap(96));
+    auto* title = new QLabel(QStringLiteral("<b style='font-size:18pt'>Kavori</b><br>Version 3.0"), about);
+    QString text = QStringLiteral("An image viewer and slide show program: view pictures one at a time or "
+                                  "full screen, organise them, and make slide shows and screen savers.");
+    if (!pack.BonusPackName.isEmpty())
+        text += QStringLiteral("<br><br>With ") + pack.BonusPackName + u' ' + pack.BonusPackEdition + u'!';
+    auto* body = new QLabel(text, about);
+    body->setObjectName(QStringLiteral("lblAbout"));
+    body->setWordWrap(true);
+    auto* top = new QHBoxLayout;
+    top->addWidget(picture, 0, Qt::AlignTop);
+    auto* words = new QVBoxLayout;
+    words->addWidget(title);
+    words->addWidget(body);
+    top->addLayout(words, 1);
     auto* layout = new QVBoxLayout(about);
-    auto* label = new QLabel(QString(text).replace(QLatin1String("\r\n"), QLatin1String("\n")), about);
-    label->setObjectName(QStringLiteral("lblAbout"));
-    layout->addWidget(label);
+    layout->addLayout(top);
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok, about);
     connect(buttons, &QDialogButtonBox::accepted, about, &QDialog::accept);
     layout->addWidget(buttons);
+    about->resize(420, about->sizeHint().height());
     about->show();
 }
 
