@@ -175,6 +175,21 @@ void RemoveDescription(const QString& fileName)
     }
 }
 
+QStringList DescriptionLocations()
+{
+    return {QStringLiteral("<Center>"),           QStringLiteral("<Random>"),
+            QStringLiteral("Left"),               QStringLiteral("Right"),
+            QStringLiteral("Top"),                QStringLiteral("Bottom"),
+            QStringLiteral("Top-Left"),           QStringLiteral("Top-Right"),
+            QStringLiteral("Bottom-Left"),        QStringLiteral("Bottom-Right"),
+            QStringLiteral("Top-Left Down"),      QStringLiteral("Top-Right Down"),
+            QStringLiteral("Bottom-Left Up"),     QStringLiteral("Bottom-Right Up"),
+            QStringLiteral("Top-Left Diagonal"),  QStringLiteral("Top-Right Diagonal"),
+            QStringLiteral("Bottom-Left Diagonal"), QStringLiteral("Bottom-Right Diagonal"),
+            QStringLiteral("Top to Bottom"),      QStringLiteral("Bottom to Top"),
+            QStringLiteral("<Jumping>"),          QStringLiteral("<Bouncing>")};
+}
+
 DescriptionLook DefaultDescriptionLook()
 {
     const Settings& s = CurrentSettings();
@@ -264,17 +279,20 @@ QString DescriptionReport(const DescriptionProblems& p)
 {
     if (!p.any())
         return QStringLiteral("There are no problems with the selected description file...");
-    auto line = [](int n, const char* one, const char* many) {
-        return n == 1 ? QString(QStringLiteral("  * ") + QString::fromLatin1(one))
-                      : QString(QStringLiteral("  * ") + Format(n, QStringLiteral("###,###")) + QString::fromLatin1(many));
-    };
+    auto count = [](int n) { return QString(QStringLiteral("  * ") + Format(n, QStringLiteral("###,###"))); };
     QStringList lines;
-    if (p.withoutFileName)
-        lines << line(p.withoutFileName, "One description without filename.", " descriptions without filenames.");
-    if (p.withoutDescription)
-        lines << line(p.withoutDescription, "One filename without description.", " filenames without descriptions.");
-    if (p.missingFiles)
-        lines << line(p.missingFiles, "One filename could not be found.", " filenames could not be found.");
+    if (p.withoutFileName == 1)
+        lines << QStringLiteral("  * One description without filename.");
+    else if (p.withoutFileName > 1)
+        lines << count(p.withoutFileName) + QStringLiteral(" descriptions without filenames.");
+    if (p.withoutDescription == 1)
+        lines << QStringLiteral("  * One filename without description.");
+    else if (p.withoutDescription > 1)
+        lines << count(p.withoutDescription) + QStringLiteral(" filenames without descriptions.");
+    if (p.missingFiles == 1)
+        lines << QStringLiteral("  * One filename could not be found.");
+    else if (p.missingFiles > 1)
+        lines << count(p.missingFiles) + QStringLiteral(" filenames could not be found.");
     return QStringLiteral("The following problem(s) were found in the selected description file:") + NewLine2() +
            lines.join(NewLine()) + NewLine2() + QStringLiteral("WARNING: Description text may be lost!") + NewLine2() +
            QStringLiteral("Attempt to repair these problems?");

@@ -48,6 +48,9 @@ struct DescriptionLook {
     qint32 shadowColor = 0;
 };
 
+// The places and movements a description can have, in the order of their codes (0 to 21).
+QStringList DescriptionLocations();
+
 // The look the settings give a slide without its own.
 DescriptionLook DefaultDescriptionLook();
 // SlideDescProps of a look: empty unless it is custom, else the 14 values joined by ",".

@@ -6,6 +6,7 @@
 #include "FolderBrowse.h"
 #include "RecentFiles.h"
 #include "StartRequest.h"
+#include "frmTip.h"
 #include "ImageView.h"
 #include "imaging/ImageTypes.h"
 #include "imaging/ImageSaving.h"
@@ -219,6 +220,11 @@ void MainViewFrm::connectCommands()
             }
         }
     });
+    handle("mnuTipOfDay", [this] {
+        auto* tip = new frmTip(this);
+        tip->setAttribute(Qt::WA_DeleteOnClose);
+        tip->show();
+    });
     handle("mnuHelpContents", [] { ShowHelp(); });
     handle("mnuHelpSearch", [] { ShowHelp(); });
 }
@@ -356,6 +362,11 @@ void MainViewFrm::runStartSequence()
     const StartupState& start = CurrentStartup();
     if (start.LoadStart != -1)
         MsgBox(LoadTimeMessage(GetTickCount() - start.LoadStart), vbInformation);
+    if (frmTip::ShowAtStartup()) {
+        auto* tip = new frmTip(this);
+        tip->setAttribute(Qt::WA_DeleteOnClose);
+        tip->show();
+    }
     if (IsImageFile(start.CommandLine))
         openImage(start.CommandLine);
     else if (start.CommandLine.isEmpty() && CurrentSettings().DisplayLastOpened &&
@@ -365,7 +376,7 @@ void MainViewFrm::runStartSequence()
         openImage(CurrentSettings().DefaultImage);
 
     // The request: the command line's, else the one the settings choose; the slide show
-    // editor, thumbnails and tips are subsystems of their own that are not part of this window.
+    // editor and the thumbnails are subsystems of their own, not part of this window yet.
     const qint16 request = m_startRequest != 0 ? m_startRequest : CurrentSettings().StartupDialog;
     switch (request) {
     case 1: showAbout(); break;

@@ -103,6 +103,10 @@ TEST_F(DescriptionFileTest, SlideDescriptionLook)
     EXPECT_EQ(ParseDescProps(QStringLiteral("1,3,x,,9")).font, "MS Sans Serif");
     EXPECT_EQ(ParseDescProps(QStringLiteral("1,3,x,,9")).speed, 5);
     EXPECT_EQ(ParseDescProps(QStringLiteral("1,3,x,,9")).size, 9);
+    const QStringList places = DescriptionLocations();
+    ASSERT_EQ(places.size(), 22); // codes 0 to 21, as SlideDescLoc allows
+    EXPECT_EQ(places[5], "Bottom");
+    EXPECT_EQ(places[21], "<Bouncing>");
 }
 
 TEST_F(DescriptionFileTest, VerifyAndRepair)

@@ -1,4 +1,5 @@
 #include "platform/AppPaths.h"
+#include "platform/UserSettings.h"
 #include "runtime/MsgBox.h"
 #include "settings/IniStore.h"
 #include "settings/SettingsCatalogue.h"
@@ -231,9 +232,11 @@ TEST_F(MainViewFrmTest, CommandLineRequestsAndTheClipboardQuestion)
     CurrentStartup().CommandLine.clear();
     {
         CurrentSettings().StartupDialog = 1;
+        SaveSetting(QStringLiteral("Settings"), QStringLiteral("Show Tips at Startup"), QStringLiteral("1"));
         MainViewFrm w;
-        w.runStartSequence(); // the about box
+        w.runStartSequence(); // the tip of the day and the about box
         EXPECT_NE(w.findChild<QDialog*>(QStringLiteral("frmAbout")), nullptr);
+        EXPECT_NE(w.findChild<QDialog*>(QStringLiteral("frmTip")), nullptr);
         QImage clip(4, 4, QImage::Format_RGB32);
         QApplication::clipboard()->setImage(clip);
         prompts().clear();
