@@ -12,6 +12,7 @@
 #include "imaging/ImageSaving.h"
 #include "imaging/PictureLoader.h"
 #include "platform/AppPaths.h"
+#include "platform/DisplaySettings.h"
 #include "platform/HelpFile.h"
 #include "platform/TickCount.h"
 #include "platform/Twips.h"
@@ -220,6 +221,7 @@ void MainViewFrm::connectCommands()
             }
         }
     });
+    handle("mnuDisplayProperties", [this] { showDisplaySettings(); });
     handle("mnuTipOfDay", [this] {
         auto* tip = new frmTip(this);
         tip->setAttribute(Qt::WA_DeleteOnClose);
@@ -360,6 +362,8 @@ void MainViewFrm::runStartSequence()
     WaitFrm::CloseAll();
     DoEvents();
     const StartupState& start = CurrentStartup();
+    if (start.ShowDisplayProperties)
+        showDisplaySettings();
     if (start.LoadStart != -1)
         MsgBox(LoadTimeMessage(GetTickCount() - start.LoadStart), vbInformation);
     if (frmTip::ShowAtStartup()) {
@@ -392,6 +396,14 @@ void MainViewFrm::runStartSequence()
             showAbout();
         break;
     }
+}
+
+void MainViewFrm::showDisplaySettings()
+{
+    if (!OpenDisplaySettings())
+        MsgBox(QStringLiteral("No display settings program was found on this system, use your desktop's "
+                              "settings to change the number of colors..."),
+               vbInformation);
 }
 
 void MainViewFrm::readStartRequest()

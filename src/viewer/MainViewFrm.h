@@ -54,6 +54,7 @@ private:
     void importImage(bool pcx);
     void newImage();
     void showAbout();
+    void showDisplaySettings();
     void connectCommands();
     void showDocument();
     void runEdit(const QString& undoCaption, const std::function<EditResult(const QImage&)>& command);
