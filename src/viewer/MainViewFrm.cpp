@@ -260,6 +260,8 @@ bool MainViewFrm::openImage(const QString& path)
     }
     m_document.setImage(image, path);
     showDocument();
+    if (CurrentSettings().AutosizeWindow && !isMaximized() && !isFullScreen())
+        fitWindowToImage();
     CurrentSettings().LastOpenedFile = path;
     AddRecentFile(path);
     updateRecentMenu();
@@ -396,6 +398,18 @@ void MainViewFrm::runStartSequence()
             showAbout();
         break;
     }
+}
+
+// The window grows or shrinks so the picture shows whole at its size, within the screen.
+void MainViewFrm::fitWindowToImage()
+{
+    const QScreen* screen = this->screen();
+    if (!screen || !m_document.hasImage())
+        return;
+    const QSize frameExtra = size() - m_view->viewport()->size();
+    const QSize available = screen->availableGeometry().size() * 9 / 10;
+    const QSize wanted = (m_document.image().size() + frameExtra).boundedTo(available).expandedTo(QSize(480, 360));
+    resize(wanted);
 }
 
 void MainViewFrm::showDisplaySettings()

@@ -55,6 +55,7 @@ private:
     void newImage();
     void showAbout();
     void showDisplaySettings();
+    void fitWindowToImage();
     void connectCommands();
     void showDocument();
     void runEdit(const QString& undoCaption, const std::function<EditResult(const QImage&)>& command);
