@@ -107,3 +107,15 @@ QString PathNoCase(const QString& folder, const QString& relative)
 }
 
 } // namespace kavori
+
+namespace kavori {
+
+QString FullPathNoCase(const QString& path)
+{
+    if (!IsFullPath(path) || QFileInfo::exists(path))
+        return path;
+    const QString root = QDir(path).rootPath(); // "/" here, a drive on other systems
+    return PathNoCase(root, path.mid(root.size()));
+}
+
+} // namespace kavori

@@ -34,5 +34,8 @@ bool HasExtension(const QString& path, const QString& extension);
 // to case: each part of relative is matched against what exists under folder. Parts that do
 // not exist are appended as given.
 QString PathNoCase(const QString& folder, const QString& relative);
+// The same for a full path, every part of it: settings that the program keeps upper-cased
+// still find their files.
+QString FullPathNoCase(const QString& path);
 
 } // namespace kavori

@@ -478,9 +478,7 @@ void MainViewFrm::applyBackground()
     const Settings& s = CurrentSettings();
     QImage texture;
     if (!s.MainViewBackground.isEmpty()) {
-        texture = LoadPicture(s.MainViewBackground);
-        if (texture.isNull())
-            texture = QImage(PathNoCase(FolderOf(s.MainViewBackground), FileNameOf(s.MainViewBackground)));
+        texture = LoadPicture(FullPathNoCase(s.MainViewBackground));
         if (texture.isNull())
             MsgBox(QStringLiteral("Could not find the background texture specified for the Main Viewing Window.") +
                        NewLine2() + QStringLiteral("Edit the \"Appearance\" settings found in \"Preferences\" to remove this message..."),

@@ -58,6 +58,8 @@ TEST_F(AppPathsTest, OwnedNamesAreFoundWithoutRegardToCase)
     EXPECT_EQ(PathNoCase(app, QStringLiteral("slides/demo/")), app + QStringLiteral("/SLIDES/Demo/"));
     EXPECT_EQ(PathNoCase(app, QStringLiteral("Bonus/Textures/wood.bmp")),
               app + QStringLiteral("/bonus/textures/wood.bmp"));
+    EXPECT_EQ(FullPathNoCase((app + QStringLiteral("/slides/demo")).toUpper()), app + QStringLiteral("/SLIDES/Demo"));
+    EXPECT_EQ(FullPathNoCase(QStringLiteral("relative/x")), "relative/x");
     // What does not exist is appended as given.
     EXPECT_EQ(PathNoCase(app + QStringLiteral("/"), QStringLiteral("Missing/File.txt")),
               app + QStringLiteral("/Missing/File.txt"));

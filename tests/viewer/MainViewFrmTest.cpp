@@ -116,6 +116,20 @@ TEST_F(MainViewFrmTest, UndoEditsPasteAndFullScreenMessages)
     EXPECT_TRUE(w.document().imageChanged());
 }
 
+TEST_F(MainViewFrmTest, MissingBackgroundTextureIsReported)
+{
+    CurrentSettings().MainViewBackground = (root() + QStringLiteral("gone/wood.bmp")).toUpper();
+    MainViewFrm w;
+    EXPECT_EQ(prompts().texts(),
+              QStringList({"Could not find the background texture specified for the Main Viewing Window.\r\n\r\n"
+                           "Edit the \"Appearance\" settings found in \"Preferences\" to remove this message..."}));
+    // A texture that is there is drawn without a word.
+    prompts().clear();
+    CurrentSettings().MainViewBackground = makeImage(QStringLiteral("WOOD.BMP"), Qt::darkYellow).toUpper();
+    MainViewFrm textured;
+    EXPECT_TRUE(prompts().calls.isEmpty());
+}
+
 TEST_F(MainViewFrmTest, UnreadableImageIsReportedAndNothingChanges)
 {
     MainViewFrm w;
