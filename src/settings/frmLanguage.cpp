@@ -83,8 +83,8 @@ frmLanguage::frmLanguage(QWidget* parent) : QDialog(parent)
         accept();
     });
     // Languages are added and removed by installing their program files.
-    for (QPushButton* placeholder : {add, remove})
-        connect(placeholder, &QPushButton::clicked, this, [] { MsgBox(QStringLiteral("Not done..."), vbInformation); });
+    for (QPushButton* notDone : {add, remove})
+        connect(notDone, &QPushButton::clicked, this, [] { MsgBox(QStringLiteral("Not done..."), vbInformation); });
     connect(web, &QPushButton::clicked, this,
             [] { WebOpener()(QUrl::fromLocalFile(HelpPagePath(QStringLiteral("languages"))).toString()); });
     connect(help, &QPushButton::clicked, this, [] { ShowHelp(); });
