@@ -251,7 +251,9 @@ bool MainViewFrm::openImage(const QString& path)
 {
     if (!ConfirmDiscardChanges(m_document))
         return false;
-    const QImage image = LoadPicture(path);
+    QImage image = m_prefetcher.take(path);
+    if (image.isNull())
+        image = LoadPicture(path);
     if (image.isNull()) {
         MsgBox(QStringLiteral("Unable to open the image file:") + NewLine2() + path + NewLine2() +
                    QStringLiteral("The file may be damaged or is not a supported type..."),
@@ -265,7 +267,40 @@ bool MainViewFrm::openImage(const QString& path)
     CurrentSettings().LastOpenedFile = path;
     AddRecentFile(path);
     updateRecentMenu();
+    prefetchNeighbours();
     return true;
+}
+
+const QStringList& MainViewFrm::folderList()
+{
+    const QString folder = FolderOf(m_document.currentFile());
+    const QDateTime stamp = QFileInfo(folder).lastModified();
+    if (folder != m_listedFolder || stamp != m_listedStamp) {
+        m_folderList = BrowseList(folder, IsImageFile);
+        m_listedFolder = folder;
+        m_listedStamp = stamp;
+    }
+    return m_folderList;
+}
+
+// The pictures before and after the current one are read ahead while the user looks.
+void MainViewFrm::prefetchNeighbours()
+{
+    if (!IsFullPath(m_document.currentFile()))
+        return;
+    const QStringList& list = folderList();
+    const QString name = FileNameOf(m_document.currentFile()).toUpper();
+    for (qsizetype i = 0; i < list.size(); ++i) {
+        if (FileNameOf(list[i]).toUpper() != name)
+            continue;
+        QStringList around;
+        if (i + 1 < list.size())
+            around << list[i + 1];
+        if (i > 0)
+            around << list[i - 1];
+        m_prefetcher.prefetch(around);
+        return;
+    }
 }
 
 void MainViewFrm::openDialog()
@@ -328,8 +363,7 @@ void MainViewFrm::browse(BrowseStep step)
 {
     if (!IsFullPath(m_document.currentFile()))
         return;
-    const QStringList list = BrowseList(FolderOf(m_document.currentFile()), IsImageFile);
-    const BrowseResult r = BrowseFolder(list, m_document.currentFile(), step);
+    const BrowseResult r = BrowseFolder(folderList(), m_document.currentFile(), step);
     if (r.onlyOneFile) {
         if (MsgBox(OnlyOneFileQuestion(), vbYesNo + vbQuestion) == vbYes)
             openDialog();

@@ -2,6 +2,7 @@
 
 #include "ImageDocument.h"
 #include "MainMenus.h"
+#include "PicturePrefetcher.h"
 
 #include <QMainWindow>
 
@@ -56,6 +57,8 @@ private:
     void showAbout();
     void showDisplaySettings();
     void fitWindowToImage();
+    const QStringList& folderList();
+    void prefetchNeighbours();
     void connectCommands();
     void showDocument();
     void runEdit(const QString& undoCaption, const std::function<EditResult(const QImage&)>& command);
@@ -72,6 +75,11 @@ private:
     QTimer* m_timerStart = nullptr;
     QLabel* m_statusText = nullptr;
     qint16 m_startRequest = 0;
+    PicturePrefetcher m_prefetcher;
+    // The current folder's pictures, listed again only when the folder changes.
+    QString m_listedFolder;
+    QDateTime m_listedStamp;
+    QStringList m_folderList;
     QString m_thumbnailFolder;
 };
 
