@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QRubberBand>
 #include <QScrollBar>
+#include <QTimer>
 
 namespace kavori {
 
@@ -18,6 +19,15 @@ ImageView::ImageView(QWidget* parent) : QAbstractScrollArea(parent)
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     m_band = new QRubberBand(QRubberBand::Rectangle, viewport());
     m_band->hide();
+    m_settle = new QTimer(this);
+    m_settle->setSingleShot(true);
+    m_settle->setInterval(150);
+    connect(m_settle, &QTimer::timeout, this, [this] {
+        if (m_rough) {
+            m_scaled = QPixmap();
+            viewport()->update();
+        }
+    });
 }
 
 void ImageView::setImage(const QImage& image)
@@ -80,7 +90,9 @@ void ImageView::paintEvent(QPaintEvent*)
         return;
     const QRect target = drawnRect();
     if (m_scaled.size() != target.size()) {
-        const Qt::TransformationMode mode = m_smooth ? Qt::SmoothTransformation : Qt::FastTransformation;
+        m_rough = m_settle->isActive() && m_smooth;
+        const Qt::TransformationMode mode =
+            m_smooth && !m_rough ? Qt::SmoothTransformation : Qt::FastTransformation;
         m_scaled = QPixmap::fromImage(target.size() == m_image.size()
                                           ? m_image
                                           : m_image.scaled(target.size(), Qt::IgnoreAspectRatio, mode));
@@ -91,6 +103,7 @@ void ImageView::paintEvent(QPaintEvent*)
 void ImageView::resizeEvent(QResizeEvent* event)
 {
     QAbstractScrollArea::resizeEvent(event);
+    m_settle->start();
     updateScrollBars();
     if (!m_selection.isEmpty())
         m_band->setGeometry(imageToView(m_selection));

@@ -5,6 +5,7 @@
 #include <QPixmap>
 
 class QRubberBand;
+class QTimer;
 
 namespace kavori {
 
@@ -57,6 +58,9 @@ private:
     QPoint m_dragStart;
     bool m_dragging = false;
     QRubberBand* m_band = nullptr;
+    // While the size keeps changing the picture is scaled quickly; once it settles, smoothly.
+    QTimer* m_settle = nullptr;
+    bool m_rough = false;
 };
 
 } // namespace kavori
