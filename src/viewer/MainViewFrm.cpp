@@ -4,6 +4,7 @@
 #include "DropRequest.h"
 #include "EditDialogs.h"
 #include "FolderBrowse.h"
+#include "ImagePrinting.h"
 #include "RecentFiles.h"
 #include "StartRequest.h"
 #include "frmTip.h"
@@ -43,6 +44,9 @@
 #include <QFileInfo>
 #include <QImageReader>
 #include <QMimeData>
+#include <QPageSetupDialog>
+#include <QPrintDialog>
+#include <QPrinter>
 #include <QScreen>
 #include <QVBoxLayout>
 #include <QLabel>
@@ -109,6 +113,8 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     m_timerStart->start();
     showDocument();
 }
+
+MainViewFrm::~MainViewFrm() = default;
 
 void MainViewFrm::connectCommands()
 {
@@ -222,6 +228,23 @@ void MainViewFrm::connectCommands()
         }
     });
     handle("mnuDisplayProperties", [this] { showDisplaySettings(); });
+    handle("mnuPrintImage", [this] {
+        if (!m_document.hasImage()) {
+            MsgBox(QStringLiteral("An image has not been opened yet, unable to print..."), vbInformation);
+            return;
+        }
+        QPrintDialog dialog(&printer(), this);
+        if (dialog.exec() == QDialog::Accepted && !PrintImage(printer(), m_document.image()))
+            MsgBox(QStringLiteral("Unable to print the image, check the printer and try again..."), vbExclamation);
+    });
+    handle("mnuPrintOptions", [this] {
+        frmPrintOptions dialog(this);
+        dialog.exec();
+    });
+    handle("mnuPrinterSetup", [this] {
+        QPageSetupDialog dialog(&printer(), this);
+        dialog.exec();
+    });
     handle("mnuTipOfDay", [this] {
         auto* tip = new frmTip(this);
         tip->setAttribute(Qt::WA_DeleteOnClose);
@@ -444,6 +467,13 @@ void MainViewFrm::fitWindowToImage()
     const QSize available = screen->availableGeometry().size() * 9 / 10;
     const QSize wanted = (m_document.image().size() + frameExtra).boundedTo(available).expandedTo(QSize(480, 360));
     resize(wanted);
+}
+
+QPrinter& MainViewFrm::printer()
+{
+    if (!m_printer)
+        m_printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    return *m_printer;
 }
 
 void MainViewFrm::showDisplaySettings()

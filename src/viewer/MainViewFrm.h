@@ -6,7 +6,10 @@
 
 #include <QMainWindow>
 
+#include <memory>
+
 class QLabel;
+class QPrinter;
 class QTimer;
 
 namespace kavori {
@@ -19,6 +22,7 @@ class MainViewFrm : public QMainWindow {
     Q_OBJECT
 public:
     explicit MainViewFrm(QWidget* parent = nullptr);
+    ~MainViewFrm() override;
 
     const MainMenus& menus() const { return m_menus; }
     const ImageDocument& document() const { return m_document; }
@@ -57,6 +61,7 @@ private:
     void showAbout();
     void showDisplaySettings();
     void fitWindowToImage();
+    QPrinter& printer();
     const QStringList& folderList();
     void prefetchNeighbours();
     void connectCommands();
@@ -76,6 +81,7 @@ private:
     QLabel* m_statusText = nullptr;
     qint16 m_startRequest = 0;
     PicturePrefetcher m_prefetcher;
+    std::unique_ptr<QPrinter> m_printer; // made on first use: finding printers takes time
     // The current folder's pictures, listed again only when the folder changes.
     QString m_listedFolder;
     QDateTime m_listedStamp;
