@@ -121,6 +121,16 @@ public:
         return QFileDialog::getExistingDirectory(dialogParent(), title, folder);
     }
 
+    std::optional<QString> chooseItem(const QString& title, const QString& prompt,
+                                      const QStringList& items) override
+    {
+        bool ok = false;
+        const QString item = QInputDialog::getItem(dialogParent(), title, prompt, items, 0, false, &ok);
+        if (!ok)
+            return std::nullopt;
+        return item;
+    }
+
     std::optional<QColor> chooseColor(const QColor& initial) override
     {
         const QColor c = QColorDialog::getColor(initial, dialogParent());

@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QFont>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 #include <optional>
@@ -26,6 +27,9 @@ public:
     virtual QString saveFile(const QString& title, const QString& path,
                              const QString& filter) = 0;
     virtual QString chooseFolder(const QString& title, const QString& folder) = 0;
+    // One entry of a list; no value when cancelled.
+    virtual std::optional<QString> chooseItem(const QString& title, const QString& prompt,
+                                              const QStringList& items) = 0;
     virtual std::optional<QColor> chooseColor(const QColor& initial) = 0;
     virtual std::optional<QFont> chooseFont(const QFont& initial) = 0;
 };

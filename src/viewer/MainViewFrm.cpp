@@ -237,6 +237,20 @@ void MainViewFrm::connectCommands()
         if (dialog.exec() == QDialog::Accepted && !PrintImage(printer(), m_document.image()))
             MsgBox(QStringLiteral("Unable to print the image, check the printer and try again..."), vbExclamation);
     });
+    handle("mnuMoreRecent", [this] {
+        QStringList files;
+        for (const QString& f : CurrentSettings().MoreRecentFiles)
+            if (!f.isEmpty())
+                files << f;
+        if (files.isEmpty()) {
+            MsgBox(QStringLiteral("There are no recent files to show..."), vbInformation);
+            return;
+        }
+        const std::optional<QString> chosen = CurrentPrompts().chooseItem(
+            AppTitle() + QStringLiteral(" - [More Recent Files]"), QStringLiteral("Select a file to open:"), files);
+        if (chosen && !chosen->isEmpty())
+            openImage(*chosen);
+    });
     handle("mnuPrintOptions", [this] {
         frmPrintOptions dialog(this);
         dialog.exec();

@@ -35,6 +35,14 @@ QString PromptRecorder::chooseFolder(const QString& title, const QString&)
     return files.isEmpty() ? QString() : files.takeFirst();
 }
 
+std::optional<QString> PromptRecorder::chooseItem(const QString& title, const QString&,
+                                                  const QStringList& items)
+{
+    pickerCalls.append(QStringLiteral("chooseItem: ") + title + QStringLiteral(" (") +
+                       items.join(QStringLiteral(", ")) + u')');
+    return inputs.isEmpty() ? std::nullopt : inputs.takeFirst();
+}
+
 std::optional<QColor> PromptRecorder::chooseColor(const QColor&)
 {
     pickerCalls.append(QStringLiteral("chooseColor"));

@@ -24,7 +24,7 @@ public:
     QStringList pickerCalls;  // "openFile: title", "saveFile: title", ...
 
     QList<int> answers;
-    QList<std::optional<QString>> inputs;
+    QList<std::optional<QString>> inputs; // answers of input boxes and list choices
     QList<QString> files;   // answers of openFile, saveFile and chooseFolder
     QList<std::optional<QColor>> colors;
     QList<std::optional<QFont>> fonts;
@@ -35,6 +35,8 @@ public:
     QString openFile(const QString& title, const QString& folder, const QString& filter) override;
     QString saveFile(const QString& title, const QString& path, const QString& filter) override;
     QString chooseFolder(const QString& title, const QString& folder) override;
+    std::optional<QString> chooseItem(const QString& title, const QString& prompt,
+                                      const QStringList& items) override;
     std::optional<QColor> chooseColor(const QColor& initial) override;
     std::optional<QFont> chooseFont(const QFont& initial) override;
 

@@ -186,6 +186,13 @@ TEST_F(MainViewFrmTest, RecentFilesImportNewImageAndSettingsKeptAcrossStarts)
         EXPECT_TRUE(first->isVisible());
         EXPECT_EQ(first->text(), "  " + last);
         EXPECT_EQ(CurrentSettings().Recent[6], root() + "pics/r2.bmp");
+        EXPECT_EQ(CurrentSettings().MoreRecentFiles[8], root() + "pics/r0.bmp");
+        // The longer list offers all nine; the one chosen opens.
+        prompts().inputs = {root() + QStringLiteral("pics/r0.bmp")};
+        w.menus().action(QStringLiteral("mnuMoreRecent"))->trigger();
+        EXPECT_EQ(w.document().currentFile(), root() + "pics/r0.bmp");
+        EXPECT_TRUE(prompts().pickerCalls.last().startsWith("chooseItem: Kavori - [More Recent Files]"));
+        last = root() + QStringLiteral("pics/r0.bmp"); // now the newest
 
         // Import: the picture becomes Untitled.BMP, the title names the imported file.
         QImage tga(4, 3, QImage::Format_RGB32);
