@@ -7,6 +7,7 @@
 #include "ImagePrinting.h"
 #include "RecentFiles.h"
 #include "StartRequest.h"
+#include "frmPreferences.h"
 #include "frmTip.h"
 #include "ImageView.h"
 #include "imaging/ImageTypes.h"
@@ -53,6 +54,7 @@
 #include <QMenu>
 #include <QStatusBar>
 #include <QTimer>
+#include <QToolBar>
 
 namespace kavori {
 
@@ -102,6 +104,7 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
 
     readStartRequest();
     restoreGeometryFromSettings();
+    applyPreferences();
     applyBackground();
     updateRecentMenu();
 
@@ -236,6 +239,11 @@ void MainViewFrm::connectCommands()
         QPrintDialog dialog(&printer(), this);
         if (dialog.exec() == QDialog::Accepted && !PrintImage(printer(), m_document.image()))
             MsgBox(QStringLiteral("Unable to print the image, check the printer and try again..."), vbExclamation);
+    });
+    handle("mnuPref", [this] {
+        frmPreferences dialog(this);
+        if (dialog.exec() == QDialog::Accepted)
+            applyPreferences();
     });
     handle("mnuMoreRecent", [this] {
         QStringList files;
@@ -488,6 +496,16 @@ QPrinter& MainViewFrm::printer()
     if (!m_printer)
         m_printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
     return *m_printer;
+}
+
+// The window follows the preferences that shape it.
+void MainViewFrm::applyPreferences()
+{
+    const Settings& s = CurrentSettings();
+    m_menus.mainToolbar->setVisible(s.ShowMainToolbar);
+    m_menus.quickToolbar->setVisible(s.ShowQuickToolbar);
+    statusBar()->setVisible(s.ShowStatusBar);
+    m_view->setFit(s.StretchImages, s.EnlargeImages, s.UseHalftoneMode);
 }
 
 void MainViewFrm::showDisplaySettings()

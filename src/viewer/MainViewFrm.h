@@ -60,6 +60,7 @@ private:
     void newImage();
     void showAbout();
     void showDisplaySettings();
+    void applyPreferences();
     void fitWindowToImage();
     QPrinter& printer();
     const QStringList& folderList();

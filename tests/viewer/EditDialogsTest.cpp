@@ -1,8 +1,14 @@
 #include "settings/Settings.h"
 #include "support/KavoriTest.h"
+#include "settings/IniStore.h"
 #include "viewer/EditDialogs.h"
+#include "viewer/MainViewFrm.h"
+#include "viewer/frmPreferences.h"
 
 #include <QCheckBox>
+#include <QComboBox>
+#include <QStatusBar>
+#include <QToolBar>
 #include <QRadioButton>
 #include <QSpinBox>
 
@@ -45,4 +51,23 @@ TEST_F(EditDialogsTest, RotateAndSizeDialogsRememberTheirChoices)
     EXPECT_EQ(size.chosenSize(), QSize(800, 10000));
     size.remember();
     EXPECT_FALSE(CurrentSettings().ImageSizeAspect);
+}
+
+TEST_F(EditDialogsTest, PreferencesAreStoredAndShapeTheWindow)
+{
+    frmPreferences prefs;
+    EXPECT_TRUE(prefs.findChild<QCheckBox*>(QStringLiteral("chkStretchImages"))->isChecked());
+    prefs.findChild<QCheckBox*>(QStringLiteral("chkStretchImages"))->setChecked(false);
+    prefs.findChild<QCheckBox*>(QStringLiteral("chkShowStatusBar"))->setChecked(false);
+    prefs.findChild<QComboBox*>(QStringLiteral("cboStartupDialog"))->setCurrentIndex(0);
+    prefs.remember();
+    EXPECT_FALSE(CurrentSettings().StretchImages);
+    EXPECT_EQ(CurrentSettings().StartupDialog, 0);
+    LoadIniFile(SettingsFilePath());
+    EXPECT_EQ(GetIniValue(QStringLiteral("Viewer"), QStringLiteral("ShowStatusBar")), "False");
+    EXPECT_EQ(GetIniValue(QStringLiteral("Viewer"), QStringLiteral("StartupDialog")), "0");
+    ClearIni();
+    MainViewFrm w;
+    EXPECT_FALSE(w.statusBar()->isVisibleTo(&w));
+    EXPECT_TRUE(w.findChild<QToolBar*>(QStringLiteral("Toolbar1"))->isVisibleTo(&w));
 }
