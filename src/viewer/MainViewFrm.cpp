@@ -16,6 +16,7 @@
 #include "platform/AppPaths.h"
 #include "platform/DisplaySettings.h"
 #include "platform/HelpFile.h"
+#include "platform/RecentDocuments.h"
 #include "platform/TickCount.h"
 #include "platform/Twips.h"
 #include "platform/UserSettings.h"
@@ -311,6 +312,8 @@ bool MainViewFrm::openImage(const QString& path)
         fitWindowToImage();
     CurrentSettings().LastOpenedFile = path;
     AddRecentFile(path);
+    if (CurrentSettings().UseRecentDocuments)
+        AddToRecentDocuments(path);
     updateRecentMenu();
     prefetchNeighbours();
     return true;

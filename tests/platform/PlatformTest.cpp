@@ -1,5 +1,6 @@
 #include "platform/Display.h"
 #include "platform/HelpFile.h"
+#include "platform/RecentDocuments.h"
 #include "platform/SoundDevices.h"
 #include "platform/TickCount.h"
 #include "platform/UserSettings.h"
@@ -69,4 +70,31 @@ TEST_F(PlatformTest, DisplayDepthSoundDevicesClockAndHelp)
 
     EXPECT_EQ(HelpPagePath(), home() + QStringLiteral("Help/index.html"));
     EXPECT_EQ(HelpPagePath(QStringLiteral("no-such-topic")), home() + QStringLiteral("Help/index.html"));
+}
+
+TEST_F(PlatformTest, RecentDocumentsKeepOtherProgramsEntries)
+{
+    const QString list = RecentDocumentsPath();
+    EXPECT_EQ(list, root() + QStringLiteral("home/.local/share/recently-used.xbel"));
+    writeFile(list,
+              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+              "<xbel version=\"1.0\" xmlns:bookmark=\"http://www.freedesktop.org/standards/desktop-bookmarks\" "
+              "xmlns:mime=\"http://www.freedesktop.org/standards/shared-mime-info\">\n"
+              "<bookmark href=\"file:///docs/letter.txt\" added=\"2026-01-01T00:00:00Z\"><info><metadata "
+              "owner=\"http://freedesktop.org\"><mime:mime-type type=\"text/plain\"/><bookmark:applications>"
+              "<bookmark:application name=\"gedit\" exec=\"'gedit %u'\" count=\"3\"/></bookmark:applications>"
+              "</metadata></info></bookmark>\n</xbel>\n");
+    const QString picture = writeFile(QStringLiteral("my pics/a b.jpg"), "x");
+    ASSERT_TRUE(AddToRecentDocuments(picture));
+    ASSERT_TRUE(AddToRecentDocuments(picture));
+    const QString text = QString::fromUtf8(readFile(list));
+    EXPECT_TRUE(text.contains("file:///docs/letter.txt"));
+    EXPECT_TRUE(text.contains("name=\"gedit\""));
+    EXPECT_EQ(text.count("my%20pics/a%20b.jpg"), 1);
+    EXPECT_TRUE(text.contains("name=\"Kavori\""));
+    EXPECT_TRUE(text.contains("count=\"2\""));
+    // A damaged list is started afresh rather than refused.
+    writeFile(list, "<xbel><bookmark");
+    EXPECT_TRUE(AddToRecentDocuments(picture));
+    EXPECT_FALSE(AddToRecentDocuments(QStringLiteral("relative.jpg")));
 }
