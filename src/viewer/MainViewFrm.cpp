@@ -273,6 +273,7 @@ void MainViewFrm::connectCommands()
         tip->setAttribute(Qt::WA_DeleteOnClose);
         tip->show();
     });
+    handle("mnuReadMe", [] { ShowHelp(QStringLiteral("readme")); });
     handle("mnuHelpContents", [] { ShowHelp(); });
     handle("mnuHelpSearch", [] { ShowHelp(); });
 }
