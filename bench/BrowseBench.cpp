@@ -29,7 +29,8 @@ QString photoFolder()
         for (int y = 0; y < 3000; ++y) {
             auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
             for (int x = 0; x < 4000; ++x)
-                line[x] = qRgb((x / 16 + int(rng.bounded(12))) & 0xff, (y / 12 + int(rng.bounded(12))) & 0xff, 120);
+                line[x] = qRgb((x / 16 + int(rng.bounded(12))) & 0xff,
+                               (y / 12 + int(rng.bounded(12))) & 0xff, 120);
         }
         for (int i = 0; i < 8; ++i)
             image.save(dir.path() + QStringLiteral("/photo_%1.jpg").arg(i), "JPEG", 90);

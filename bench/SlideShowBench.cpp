@@ -18,7 +18,8 @@ QString bigShow()
         kavori::ResetShow();
         kavori::SlideShow& show = kavori::CurrentShow();
         for (int i = 0; i < 30000; ++i) {
-            kavori::Slide slide = kavori::NewSlide(QStringLiteral("/pictures/holiday/photo_%1.jpg").arg(i));
+            kavori::Slide slide =
+                kavori::NewSlide(QStringLiteral("/pictures/holiday/photo_%1.jpg").arg(i));
             slide.SlideDescription = QStringLiteral("Slide number %1 of the long show").arg(i);
             slide.SlideTransition = qint16(i % 58);
             show.slides.append(slide);
@@ -50,5 +51,11 @@ void BM_WriteSlideShow30000(benchmark::State& state)
 
 } // namespace
 
-BENCHMARK(BM_ReadSlideShow30000)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
-BENCHMARK(BM_WriteSlideShow30000)->Unit(benchmark::kMillisecond)->Repetitions(5)->ReportAggregatesOnly(true);
+BENCHMARK(BM_ReadSlideShow30000)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true);
+BENCHMARK(BM_WriteSlideShow30000)
+    ->Unit(benchmark::kMillisecond)
+    ->Repetitions(5)
+    ->ReportAggregatesOnly(true);

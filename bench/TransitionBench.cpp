@@ -49,7 +49,8 @@ void runEffect(benchmark::State& state, QSize size)
         Randomize(1u);
         PaintingCanvas canvas(to, from);
         FrameTimer timer;
-        EffectRun run(canvas, timer, e.a, e.b, TransitionSizeClass(size.width(), size.height()) * e.baseDelay);
+        EffectRun run(canvas, timer, e.a, e.b,
+                      TransitionSizeClass(size.width(), size.height()) * e.baseDelay);
         timer.frame.start();
         e.routine(run);
         timer.endFrame();

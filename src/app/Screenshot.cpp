@@ -1,8 +1,8 @@
 #include "Screenshot.h"
 
 #include <QApplication>
-#include <QPixmap>
 #include <QMenu>
+#include <QPixmap>
 #include <QScreen>
 #include <QTest>
 #include <QTimer>
@@ -43,7 +43,8 @@ void ScreenshotFirstWindowIfAsked()
             menu->popup(window->mapToGlobal(QPoint(10, 30)));
             QTest::qWait(400);
             const bool saved = window->screen()->grabWindow(0).save(target, "PNG");
-            std::fprintf(stderr, "%s %s\n", saved ? "Screenshot saved to" : "Could not save", qPrintable(target));
+            std::fprintf(stderr, "%s %s\n", saved ? "Screenshot saved to" : "Could not save",
+                         qPrintable(target));
             std::fflush(stderr);
             std::_Exit(saved ? 0 : 1);
         }

@@ -43,7 +43,8 @@ QImage picture(const QSize& size, const QColor& a, const QColor& b, const QStrin
 // Paints like the player and keeps a copy of the screen after chosen numbers of copies.
 class SnapshotCanvas final : public TransitionCanvas, public Pacer {
 public:
-    SnapshotCanvas(PaintingCanvas& canvas, QVector<int> at) : m_canvas(canvas), m_at(std::move(at)) {}
+    SnapshotCanvas(PaintingCanvas& canvas, QVector<int> at) : m_canvas(canvas), m_at(std::move(at))
+    {}
     QSize size() const override { return m_canvas.size(); }
     void copy(const QRect& r) override
     {
@@ -79,10 +80,12 @@ int main(int argc, char* argv[])
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication app(argc, argv);
-    const QString out = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("transition-sheets");
+    const QString out =
+        argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("transition-sheets");
     QDir().mkpath(out);
     const QSize size(960, 540);
-    const QImage from = picture(size, QColor(20, 60, 140), QColor(40, 160, 200), QStringLiteral("A"));
+    const QImage from =
+        picture(size, QColor(20, 60, 140), QColor(40, 160, 200), QStringLiteral("A"));
     const QImage to = picture(size, QColor(200, 80, 20), QColor(250, 200, 60), QStringLiteral("B"));
     const QStringList names = TransitionNames();
 
@@ -114,13 +117,20 @@ int main(int argc, char* argv[])
         p.setFont(font);
         p.drawText(QRect(10, 0, sheet.width() - 20, head), Qt::AlignVCenter,
                    QStringLiteral("%1  %2   (%3 copies, %4 pauses of %5)")
-                       .arg(n).arg(names[n]).arg(total).arg(record.pauses()).arg(count));
+                       .arg(n)
+                       .arg(names[n])
+                       .arg(total)
+                       .arg(record.pauses())
+                       .arg(count));
         for (int k = 0; k < snap.frames.size(); ++k) {
-            const QRect cell(10 + (k % 4) * (cellW + 10), head + (k / 4) * (cellH + 10), cellW, cellH);
-            p.drawImage(cell, snap.frames[k].scaled(cell.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+            const QRect cell(10 + (k % 4) * (cellW + 10), head + (k / 4) * (cellH + 10), cellW,
+                             cellH);
+            p.drawImage(cell, snap.frames[k].scaled(cell.size(), Qt::IgnoreAspectRatio,
+                                                    Qt::SmoothTransformation));
         }
         p.end();
-        const QString file = out + QStringLiteral("/transition_%1.png").arg(n, 2, 10, QLatin1Char('0'));
+        const QString file =
+            out + QStringLiteral("/transition_%1.png").arg(n, 2, 10, QLatin1Char('0'));
         sheet.save(file);
         std::printf("%s\n", qPrintable(file));
     }

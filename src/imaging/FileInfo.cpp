@@ -15,14 +15,18 @@ FileInfoResult FileInformation(const QString& path, bool fromDialog)
 {
     FileInfoResult r;
     if (path.isEmpty() || FolderOf(path).isEmpty()) {
-        r.refusal = fromDialog ? QStringLiteral("A file has not been specified.") + NewLine2() +
-                                     QStringLiteral("Click the Browse button and/or specify a file and then try again...")
-                               : QStringLiteral("A file has not been specified, unable to show information...");
+        r.refusal =
+            fromDialog
+                ? QStringLiteral("A file has not been specified.") + NewLine2() +
+                      QStringLiteral(
+                          "Click the Browse button and/or specify a file and then try again...")
+                : QStringLiteral("A file has not been specified, unable to show information...");
         return r;
     }
     const QFileInfo file(path);
     if (!file.isFile()) {
-        r.refusal = QStringLiteral("The specified file could not be found, unable to show information...");
+        r.refusal =
+            QStringLiteral("The specified file could not be found, unable to show information...");
         return r;
     }
     const FileTypeInfo type = DescribeFileType(path);
@@ -32,17 +36,24 @@ FileInfoResult FileInformation(const QString& path, bool fromDialog)
         return r;
     }
     switch (type.kind) {
-    case FileKind::Sound: r.caption = QStringLiteral("Sound Information"); break;
-    case FileKind::Movie: r.caption = QStringLiteral("Movie Information"); break;
-    default: r.caption = QStringLiteral("Image Information"); break;
+    case FileKind::Sound:
+        r.caption = QStringLiteral("Sound Information");
+        break;
+    case FileKind::Movie:
+        r.caption = QStringLiteral("Movie Information");
+        break;
+    default:
+        r.caption = QStringLiteral("Image Information");
+        break;
     }
     r.lines << file.fileName();
     r.lines << Format(file.size(), QStringLiteral("###,##0")) + QStringLiteral(" bytes");
     QString typeLine = type.description.isEmpty() ? QStringLiteral("Unknown...") : type.description;
     if (type.kind == FileKind::Image) {
         const QSize size = PictureSize(path);
-        typeLine += size.isValid() ? QStringLiteral("  (%1x%2 pixels)").arg(size.width()).arg(size.height())
-                                   : QStringLiteral("  (Unknown...)");
+        typeLine += size.isValid()
+                        ? QStringLiteral("  (%1x%2 pixels)").arg(size.width()).arg(size.height())
+                        : QStringLiteral("  (Unknown...)");
     }
     r.lines << typeLine;
     // The system knows a type when it can name it by more than raw bytes.
@@ -58,7 +69,8 @@ void ShowFileInfo(const QString& path, bool fromDialog)
         MsgBox(r.refusal, vbInformation);
         return;
     }
-    MsgBox(r.lines.join(NewLine()), vbInformation, AppTitle() + QStringLiteral(" - [") + r.caption + u']');
+    MsgBox(r.lines.join(NewLine()), vbInformation,
+           AppTitle() + QStringLiteral(" - [") + r.caption + u']');
 }
 
 } // namespace kavori

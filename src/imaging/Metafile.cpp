@@ -67,7 +67,8 @@ QByteArray WmfToSvg(const QByteArray& wmf)
     QByteArray copy = wmf; // the library reads through a non-const pointer
     QByteArray svg;
     wmfD_Rect box;
-    if (wmf_mem_open(api, reinterpret_cast<unsigned char*>(copy.data()), long(copy.size())) == wmf_E_None &&
+    if (wmf_mem_open(api, reinterpret_cast<unsigned char*>(copy.data()), long(copy.size())) ==
+            wmf_E_None &&
         wmf_scan(api, 0, &box) == wmf_E_None) {
         wmf_svg_t* device = WMF_SVG_GetData(api);
         float width = 0, height = 0;
@@ -130,7 +131,8 @@ QImage RenderSvg(const QByteArray& svg, const QSize& target)
     if (size.isEmpty())
         return {};
     size = size.boundedTo(QSize(kMaxMetafileSide, kMaxMetafileSide));
-    if (target.isValid() && !target.isEmpty() && (size.width() > target.width() || size.height() > target.height()))
+    if (target.isValid() && !target.isEmpty() &&
+        (size.width() > target.width() || size.height() > target.height()))
         size = size.scaled(target, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
     QImage image(size, QImage::Format_RGB32);
     image.fill(Qt::white);

@@ -37,7 +37,8 @@ QImage DecodePcx(const QByteArray& data)
     const int planes = header[65];
     const int bytesPerLine = word(header + 66);
     const bool rle = header[2] == 1;
-    if (width <= 0 || height <= 0 || qint64(width) * height > kMaxPixels || planes < 1 || planes > 4)
+    if (width <= 0 || height <= 0 || qint64(width) * height > kMaxPixels || planes < 1 ||
+        planes > 4)
         return {};
     if (!(bpp == 1 || bpp == 2 || bpp == 4 || bpp == 8))
         return {};
@@ -73,11 +74,12 @@ QImage DecodePcx(const QByteArray& data)
     // The 256-colour palette: 0x0C and 768 bytes at the very end of the file.
     QVector<QRgb> palette(256);
     if (bpp == 8 && planes == 1) {
-        const bool hasPalette = data.size() >= kHeaderSize + 769 &&
-                                uchar(data[data.size() - 769]) == 0x0C;
+        const bool hasPalette =
+            data.size() >= kHeaderSize + 769 && uchar(data[data.size() - 769]) == 0x0C;
         for (int i = 0; i < 256; ++i) {
             if (hasPalette) {
-                const auto* c = reinterpret_cast<const uchar*>(data.constData()) + data.size() - 768 + 3 * i;
+                const auto* c =
+                    reinterpret_cast<const uchar*>(data.constData()) + data.size() - 768 + 3 * i;
                 palette[i] = qRgb(c[0], c[1], c[2]);
             } else {
                 palette[i] = qRgb(i, i, i);

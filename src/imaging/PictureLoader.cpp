@@ -49,7 +49,8 @@ QImage largestIcon(const QString& path)
         if (i > 0 && !reader.jumpToImage(i))
             break;
         const QImage image = reader.read();
-        if (!image.isNull() && qint64(image.width()) * image.height() > qint64(best.width()) * best.height())
+        if (!image.isNull() &&
+            qint64(image.width()) * image.height() > qint64(best.width()) * best.height())
             best = image;
     }
     return best;

@@ -48,8 +48,8 @@ bool EnsureAppHome()
             continue;
         dir.mkpath(QFileInfo(target).absolutePath());
         if (QFile::copy(source, target))
-            QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner |
-                                              QFile::ReadGroup | QFile::ReadOther);
+            QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup |
+                                              QFile::ReadOther);
     }
     return QFileInfo(home).isDir();
 }

@@ -10,10 +10,9 @@ namespace kavori {
 
 QString HelpPagePath(const QString& topic)
 {
-    const QString page = PathNoCase(AppPath(), QStringLiteral("Help/") +
-                                                   (topic.isEmpty() ? QStringLiteral("index")
-                                                                    : topic) +
-                                                   QStringLiteral(".html"));
+    const QString page = PathNoCase(
+        AppPath(), QStringLiteral("Help/") + (topic.isEmpty() ? QStringLiteral("index") : topic) +
+                       QStringLiteral(".html"));
     if (QFileInfo(page).isFile())
         return page;
     return PathNoCase(AppPath(), QStringLiteral("Help/index.html"));

@@ -14,7 +14,8 @@
 namespace kavori {
 
 namespace {
-const QString kBookmarkNs = QStringLiteral("http://www.freedesktop.org/standards/desktop-bookmarks");
+const QString kBookmarkNs =
+    QStringLiteral("http://www.freedesktop.org/standards/desktop-bookmarks");
 const QString kMimeNs = QStringLiteral("http://www.freedesktop.org/standards/shared-mime-info");
 
 QDomElement child(QDomElement parent, const QString& name)
@@ -42,15 +43,16 @@ bool AddToRecentDocuments(const QString& path)
     QDomDocument doc;
     {
         QFile in(file);
-        // Read without namespace processing, so prefixes and declarations are written back as they were.
+        // Read without namespace processing, so prefixes and declarations are written back as they
+        // were.
         if (!in.open(QIODevice::ReadOnly) || !doc.setContent(&in, false))
             doc = QDomDocument();
     }
     QDomElement xbel = doc.documentElement();
     if (xbel.isNull() || xbel.tagName() != QLatin1String("xbel")) {
         doc = QDomDocument();
-        doc.appendChild(doc.createProcessingInstruction(QStringLiteral("xml"),
-                                                        QStringLiteral("version=\"1.0\" encoding=\"UTF-8\"")));
+        doc.appendChild(doc.createProcessingInstruction(
+            QStringLiteral("xml"), QStringLiteral("version=\"1.0\" encoding=\"UTF-8\"")));
         xbel = doc.createElement(QStringLiteral("xbel"));
         xbel.setAttribute(QStringLiteral("version"), QStringLiteral("1.0"));
         xbel.setAttribute(QStringLiteral("xmlns:bookmark"), kBookmarkNs);
@@ -77,14 +79,15 @@ bool AddToRecentDocuments(const QString& path)
     bookmark.setAttribute(QStringLiteral("modified"), now);
     bookmark.setAttribute(QStringLiteral("visited"), now);
 
-    QDomElement metadata = child(child(bookmark, QStringLiteral("info")), QStringLiteral("metadata"));
+    QDomElement metadata =
+        child(child(bookmark, QStringLiteral("info")), QStringLiteral("metadata"));
     metadata.setAttribute(QStringLiteral("owner"), QStringLiteral("http://freedesktop.org"));
     QDomElement mime = child(metadata, QStringLiteral("mime:mime-type"));
     mime.setAttribute(QStringLiteral("type"), QMimeDatabase().mimeTypeForFile(path).name());
     QDomElement apps = child(metadata, QStringLiteral("bookmark:applications"));
     QDomElement app;
-    for (QDomElement a = apps.firstChildElement(QStringLiteral("bookmark:application")); !a.isNull();
-         a = a.nextSiblingElement(QStringLiteral("bookmark:application"))) {
+    for (QDomElement a = apps.firstChildElement(QStringLiteral("bookmark:application"));
+         !a.isNull(); a = a.nextSiblingElement(QStringLiteral("bookmark:application"))) {
         if (a.attribute(QStringLiteral("name")) == QLatin1String("Kavori"))
             app = a;
     }

@@ -1,7 +1,7 @@
 #include "SoundDevices.h"
 
-#include <QFileInfo>
 #include <QAudioDevice>
+#include <QFileInfo>
 #include <QMediaDevices>
 
 namespace kavori {
@@ -30,10 +30,9 @@ QString SoundFontPath()
     const QString fromEnv = qEnvironmentVariable("KAVORI_SOUNDFONT");
     if (!fromEnv.isEmpty())
         return QFileInfo(fromEnv).isFile() ? fromEnv : QString();
-    for (const char* candidate : {"/usr/share/sounds/sf2/default-GM.sf2",
-                                  "/usr/share/sounds/sf2/TimGM6mb.sf2",
-                                  "/usr/share/sounds/sf2/FluidR3_GM.sf2",
-                                  "/usr/share/soundfonts/default.sf2"}) {
+    for (const char* candidate :
+         {"/usr/share/sounds/sf2/default-GM.sf2", "/usr/share/sounds/sf2/TimGM6mb.sf2",
+          "/usr/share/sounds/sf2/FluidR3_GM.sf2", "/usr/share/soundfonts/default.sf2"}) {
         const QString path = QString::fromLatin1(candidate);
         if (QFileInfo(path).isFile())
             return path;

@@ -100,7 +100,8 @@ bool FullViewFrm::ShowImageModal(const QString& path, bool animate, QWidget* par
     FullViewFrm view(parent);
     if (!(animate && view.setAnimation(path))) {
         // Decoded at screen size when it is to be fitted to the screen anyway.
-        const QImage image = LoadPicture(path, CurrentSettings().StretchImages ? view.size() : QSize());
+        const QImage image =
+            LoadPicture(path, CurrentSettings().StretchImages ? view.size() : QSize());
         if (image.isNull())
             return false;
         view.setImage(image);

@@ -43,7 +43,8 @@ void PaintingCanvas::copyTo(const QRect& source, const QPoint& destination)
     const qsizetype bytes = qsizetype(visible.width()) * 4;
     for (int row = 0; row < visible.height(); ++row)
         std::memmove(m_destination.scanLine(visible.top() + row) + qsizetype(visible.left()) * 4,
-                     m_source.constScanLine(src.top() + row) + qsizetype(src.left()) * 4, size_t(bytes));
+                     m_source.constScanLine(src.top() + row) + qsizetype(src.left()) * 4,
+                     size_t(bytes));
     m_changed += visible;
 }
 

@@ -63,9 +63,9 @@ class RecordingCanvas final : public TransitionCanvas, public Pacer {
 public:
     struct Op {
         enum Kind { Copy, CopyTo, Pause } kind;
-        QRect rect;      // the source rectangle
-        QPoint to;       // where it went (CopyTo)
-        int passes = 0;  // Pause: message-pump passes
+        QRect rect;     // the source rectangle
+        QPoint to;      // where it went (CopyTo)
+        int passes = 0; // Pause: message-pump passes
     };
     explicit RecordingCanvas(QSize size) : m_size(size) {}
     QSize size() const override { return m_size; }

@@ -18,8 +18,7 @@ namespace kavori {
 EffectRun::EffectRun(TransitionCanvas& canvas, Pacer& pacer, int a_, int b_, int count)
     : W(canvas.size().width()), H(canvas.size().height()), a(a_), b(b_), m_canvas(canvas),
       m_pacer(pacer), m_count(count)
-{
-}
+{}
 
 bool EffectRun::check() const
 {
@@ -278,8 +277,9 @@ template <bool Horizontal> void venetian(EffectRun& r)
     for (int k = 1; k <= slat; ++k) {
         for (int i = 0; i <= slats; ++i) {
             const int at = slat * i;
-            const bool goOn = Horizontal ? r.copyGrown(QRect(0, at, r.W, k), QRect(0, at + k - 1, r.W, 1))
-                                         : r.copyGrown(QRect(at, 0, k, r.H), QRect(at + k - 1, 0, 1, r.H));
+            const bool goOn = Horizontal
+                                  ? r.copyGrown(QRect(0, at, r.W, k), QRect(0, at + k - 1, r.W, 1))
+                                  : r.copyGrown(QRect(at, 0, k, r.H), QRect(at + k - 1, 0, 1, r.H));
             if (!goOn)
                 return;
         }
@@ -333,8 +333,8 @@ template <Snake Way, bool Variation> void blocks(EffectRun& r)
 {
     const int s = r.a;
     const bool byRows = Way == Snake::Down || Way == Snake::Up;
-    const int along = R(double(byRows ? r.W : r.H) / s);  // blocks along a line
-    const int lines = R(double(byRows ? r.H : r.W) / s);  // lines to cover
+    const int along = R(double(byRows ? r.W : r.H) / s); // blocks along a line
+    const int lines = R(double(byRows ? r.H : r.W) / s); // lines to cover
     auto place = [&](int line, int pos) {
         // Lines count from the starting edge; Up and Left start at the far edge, flush with it.
         int x, y;

@@ -40,7 +40,7 @@ struct TransitionEntry {
     const char* name;
     EffectRoutine routine; // null for the two "no transition" entries
     int baseDelay;
-    int a;                 // shape parameters; for drop paint a divisor of the height
+    int a; // shape parameters; for drop paint a divisor of the height
     int b;
 };
 

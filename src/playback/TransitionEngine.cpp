@@ -67,7 +67,8 @@ void ShowTransition(qint16 number, TransitionCanvas& canvas, Pacer& pacer)
         EffectRun run(canvas, pacer, entry.a, entry.b, count);
         entry.routine(run);
     } else if (!flags.Colors256 && (number < 0 || number >= kTransitionCount)) {
-        MsgBox(QStringLiteral("Unexpected error, an invalid transition number was processed..."), vbInformation);
+        MsgBox(QStringLiteral("Unexpected error, an invalid transition number was processed..."),
+               vbInformation);
     }
     if (flags.TransitionStop)
         return;

@@ -92,7 +92,8 @@ QString Format(double value, const QString& pattern)
     const QString whole = digits.left(digits.size() - p.decimals);
     const QString fraction = digits.right(p.decimals);
     QString text = assemble(whole.isEmpty() ? QStringLiteral("0") : whole, fraction, p);
-    const bool isZero = std::all_of(digits.cbegin(), digits.cend(), [](QChar c) { return c == u'0'; });
+    const bool isZero =
+        std::all_of(digits.cbegin(), digits.cend(), [](QChar c) { return c == u'0'; });
     if (negative && !isZero)
         text.prepend(u'-');
     return text;

@@ -24,12 +24,8 @@ QString InputBox(const QString& prompt, const QString& title, const QString& def
 int DefaultAnswer(int style)
 {
     static const int answers[6][3] = {
-        {vbOK, vbOK, vbOK},
-        {vbOK, vbCancel, vbCancel},
-        {vbAbort, vbRetry, vbIgnore},
-        {vbYes, vbNo, vbCancel},
-        {vbYes, vbNo, vbNo},
-        {vbRetry, vbCancel, vbCancel},
+        {vbOK, vbOK, vbOK},      {vbOK, vbCancel, vbCancel}, {vbAbort, vbRetry, vbIgnore},
+        {vbYes, vbNo, vbCancel}, {vbYes, vbNo, vbNo},        {vbRetry, vbCancel, vbCancel},
     };
     const int buttons = qBound(0, StyleButtons(style), 5);
     const int which = (style & vbDefaultButton3) ? 2 : (style & vbDefaultButton2) ? 1 : 0;

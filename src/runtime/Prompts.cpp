@@ -33,11 +33,20 @@ public:
         box.setWindowTitle(title);
         box.setText(forScreen(text));
         switch (StyleIcon(style)) {
-        case vbCritical: box.setIcon(QMessageBox::Critical); break;
-        case vbQuestion: box.setIcon(QMessageBox::Question); break;
-        case vbExclamation: box.setIcon(QMessageBox::Warning); break;
-        case vbInformation: box.setIcon(QMessageBox::Information); break;
-        default: break;
+        case vbCritical:
+            box.setIcon(QMessageBox::Critical);
+            break;
+        case vbQuestion:
+            box.setIcon(QMessageBox::Question);
+            break;
+        case vbExclamation:
+            box.setIcon(QMessageBox::Warning);
+            break;
+        case vbInformation:
+            box.setIcon(QMessageBox::Information);
+            break;
+        default:
+            break;
         }
         if (style & vbSystemModal)
             box.setWindowModality(Qt::ApplicationModal);
@@ -48,7 +57,9 @@ public:
         };
         QVector<Choice> choices;
         switch (StyleButtons(style)) {
-        case vbOKCancel: choices = {{QMessageBox::Ok, vbOK}, {QMessageBox::Cancel, vbCancel}}; break;
+        case vbOKCancel:
+            choices = {{QMessageBox::Ok, vbOK}, {QMessageBox::Cancel, vbCancel}};
+            break;
         case vbAbortRetryIgnore:
             choices = {{QMessageBox::Abort, vbAbort},
                        {QMessageBox::Retry, vbRetry},
@@ -59,11 +70,15 @@ public:
                        {QMessageBox::No, vbNo},
                        {QMessageBox::Cancel, vbCancel}};
             break;
-        case vbYesNo: choices = {{QMessageBox::Yes, vbYes}, {QMessageBox::No, vbNo}}; break;
+        case vbYesNo:
+            choices = {{QMessageBox::Yes, vbYes}, {QMessageBox::No, vbNo}};
+            break;
         case vbRetryCancel:
             choices = {{QMessageBox::Retry, vbRetry}, {QMessageBox::Cancel, vbCancel}};
             break;
-        default: choices = {{QMessageBox::Ok, vbOK}}; break;
+        default:
+            choices = {{QMessageBox::Ok, vbOK}};
+            break;
         }
         for (const Choice& c : choices)
             box.addButton(c.button);
@@ -89,8 +104,9 @@ public:
                     return c.answer;
             }
             // Closed with Escape or the window's close button.
-            const bool hasCancel = std::any_of(choices.cbegin(), choices.cend(),
-                                               [](const Choice& c) { return c.answer == vbCancel; });
+            const bool hasCancel =
+                std::any_of(choices.cbegin(), choices.cend(),
+                            [](const Choice& c) { return c.answer == vbCancel; });
             return hasCancel ? vbCancel : choices.last().answer;
         }
     }
@@ -125,7 +141,8 @@ public:
                                       const QStringList& items) override
     {
         bool ok = false;
-        const QString item = QInputDialog::getItem(dialogParent(), title, prompt, items, 0, false, &ok);
+        const QString item =
+            QInputDialog::getItem(dialogParent(), title, prompt, items, 0, false, &ok);
         if (!ok)
             return std::nullopt;
         return item;

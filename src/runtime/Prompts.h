@@ -24,8 +24,7 @@ public:
     // Filters are in Qt's form: "Images (*.bmp *.jpg);;All files (*)". Empty when cancelled.
     virtual QString openFile(const QString& title, const QString& folder,
                              const QString& filter) = 0;
-    virtual QString saveFile(const QString& title, const QString& path,
-                             const QString& filter) = 0;
+    virtual QString saveFile(const QString& title, const QString& path, const QString& filter) = 0;
     virtual QString chooseFolder(const QString& title, const QString& folder) = 0;
     // One entry of a list; no value when cancelled.
     virtual std::optional<QString> chooseItem(const QString& title, const QString& prompt,

@@ -51,13 +51,15 @@ void SaveLanguages()
     for (qsizetype i = 0; i < lang.LangFile.size(); ++i) {
         const QString program = AppPath() + lang.LangFile[i];
         if (QFileInfo(program).isFile()) {
-            bytes += EncodeText(lang.LangFile[i] + QStringLiteral(", ") + lang.LangName[i]) + "\r\n";
+            bytes +=
+                EncodeText(lang.LangFile[i] + QStringLiteral(", ") + lang.LangName[i]) + "\r\n";
         } else if (!warned) {
             warned = true;
-            MsgBox(QStringLiteral("At least one of your installed language files could not be found "
-                                  "and will need to be re-installed:") +
-                       NewLine2() + program,
-                   vbInformation);
+            MsgBox(
+                QStringLiteral("At least one of your installed language files could not be found "
+                               "and will need to be re-installed:") +
+                    NewLine2() + program,
+                vbInformation);
         }
     }
     QSaveFile file(LanguageFilePath());

@@ -27,7 +27,8 @@ void WriteRecentShows()
     LoadIniFile(file);
     const auto& list = CurrentSettings().RecentShow;
     for (std::size_t i = 0; i < list.size(); ++i)
-        SetIniValue(ViewerSection(), QStringLiteral("RecentShow") + QString::number(i + 1), list[i]);
+        SetIniValue(ViewerSection(), QStringLiteral("RecentShow") + QString::number(i + 1),
+                    list[i]);
     SaveIniFile(file);
 }
 

@@ -59,39 +59,54 @@ public:
     // Flags that are on unless the value says "FALSE", or off unless it says "TRUE".
     void flag(const char* key, bool Settings::*m, bool defaultOn)
     {
-        add(key, [=](Settings& s, const QString& raw) {
-            const QString v = raw.toUpper();
-            s.*m = defaultOn ? v != QLatin1String("FALSE") : v == QLatin1String("TRUE");
-        }, [=](const Settings& s) { return flagText(s.*m); });
+        add(
+            key,
+            [=](Settings& s, const QString& raw) {
+                const QString v = raw.toUpper();
+                s.*m = defaultOn ? v != QLatin1String("FALSE") : v == QLatin1String("TRUE");
+            },
+            [=](const Settings& s) { return flagText(s.*m); });
     }
-    void number(const char* key, qint16 Settings::*m, qint16 def, Correct<qint16> fix = asIs<qint16>())
+    void number(const char* key, qint16 Settings::*m, qint16 def,
+                Correct<qint16> fix = asIs<qint16>())
     {
-        add(key, [=](Settings& s, const QString& raw) {
-            const std::optional<qint16> v = ToInt16(raw);
-            s.*m = v ? fix(*v) : def;
-        }, [=](const Settings& s) { return QString::number(s.*m); });
+        add(
+            key,
+            [=](Settings& s, const QString& raw) {
+                const std::optional<qint16> v = ToInt16(raw);
+                s.*m = v ? fix(*v) : def;
+            },
+            [=](const Settings& s) { return QString::number(s.*m); });
     }
-    void number32(const char* key, qint32 Settings::*m, qint32 def, Correct<qint32> fix = asIs<qint32>())
+    void number32(const char* key, qint32 Settings::*m, qint32 def,
+                  Correct<qint32> fix = asIs<qint32>())
     {
-        add(key, [=](Settings& s, const QString& raw) {
-            const std::optional<qint32> v = ToInt32(raw);
-            s.*m = v ? fix(*v) : def;
-        }, [=](const Settings& s) { return QString::number(s.*m); });
+        add(
+            key,
+            [=](Settings& s, const QString& raw) {
+                const std::optional<qint32> v = ToInt32(raw);
+                s.*m = v ? fix(*v) : def;
+            },
+            [=](const Settings& s) { return QString::number(s.*m); });
     }
     // A digit from low to high gives its value; anything else gives other.
     void choice(const char* key, qint16 Settings::*m, int low, int high, qint16 other = 0)
     {
-        add(key, [=](Settings& s, const QString& raw) {
-            s.*m = other;
-            for (int d = low; d <= high; ++d) {
-                if (raw == QString::number(d))
-                    s.*m = qint16(d);
-            }
-        }, [=](const Settings& s) { return QString::number(s.*m); });
+        add(
+            key,
+            [=](Settings& s, const QString& raw) {
+                s.*m = other;
+                for (int d = low; d <= high; ++d) {
+                    if (raw == QString::number(d))
+                        s.*m = qint16(d);
+                }
+            },
+            [=](const Settings& s) { return QString::number(s.*m); });
     }
     void text(const char* key, QString Settings::*m, Correct<QString> fix = asIs<QString>())
     {
-        add(key, [=](Settings& s, const QString& raw) { s.*m = fix(raw); },
+        add(
+            key, [=](Settings& s, const QString& raw) { s.*m = fix(raw); },
             [=](const Settings& s) { return s.*m; });
     }
     // Numbered keys: key1 ... keyN (first is the bare key when bareFirst).
@@ -134,7 +149,8 @@ QString validFile(const QString& v)
 // A show list entry must be a full path to a ".KAV" file of at least 8 characters.
 QString validShow(const QString& v)
 {
-    return IsFullPath(v) && HasExtension(v, QStringLiteral(".KAV")) && v.size() >= 8 ? v : QString();
+    return IsFullPath(v) && HasExtension(v, QStringLiteral(".KAV")) && v.size() >= 8 ? v
+                                                                                     : QString();
 }
 
 // The floating toolbar stays on the screen (its window is 3210 x 1335 twips).
@@ -145,8 +161,8 @@ Correct<qint32> onScreen(bool horizontal)
         if (!screen)
             return v;
         const QSize size = screen->size();
-        const qint32 limit = horizontal ? PixelsToTwips(size.width()) - 3210
-                                        : PixelsToTwips(size.height()) - 1335;
+        const qint32 limit =
+            horizontal ? PixelsToTwips(size.width()) - 3210 : PixelsToTwips(size.height()) - 1335;
         return qBound<qint32>(0, v, qMax<qint32>(0, limit));
     };
 }
@@ -197,7 +213,8 @@ Catalogue buildCatalogue()
     c.number("NewImageX", &S::NewImageX, 640, clamp<qint16>(4, 10000));
     c.number("NewImageY", &S::NewImageY, 480, clamp<qint16>(4, 10000));
     c.number32("BackColorRGB", &S::BackColorRGB, 0, clamp<qint32>(0, INT32_MAX));
-    c.text("MainViewBackground", &S::MainViewBackground, [](const QString& v) { return v.toUpper(); });
+    c.text("MainViewBackground", &S::MainViewBackground,
+           [](const QString& v) { return v.toUpper(); });
     c.flag("NewGetsClipboard", &S::NewGetsClipboard, false);
     c.flag("DeleteUntitled", &S::DeleteUntitled, true);
     c.flag("ClearClipboard", &S::ClearClipboard, true);
@@ -230,9 +247,8 @@ Catalogue buildCatalogue()
     c.number32("SlideDescShadColor", &S::SlideDescShadColor, 0);
     c.flag("LoopSlideShow", &S::LoopSlideShow, true);
     c.flag("AnimateGIF89", &S::AnimateGIF89, true);
-    c.text("PromptSaveKAV", &S::PromptSaveKAV, [](const QString& v) {
-        return v.size() == 3 ? v : QStringLiteral("010");
-    });
+    c.text("PromptSaveKAV", &S::PromptSaveKAV,
+           [](const QString& v) { return v.size() == 3 ? v : QStringLiteral("010"); });
     c.flag("SlideIgnoreError", &S::SlideIgnoreError, false);
     c.flag("LMousePrev", &S::LMousePrev, false);
     c.flag("RMouseNext", &S::RMouseNext, true);
@@ -292,7 +308,8 @@ Catalogue buildCatalogue()
     c.text("LastWizardName", &S::LastWizardName);
     c.text("ThumbnailExtension", &S::ThumbnailExtension, [](const QString& v) {
         static const QString forbidden = QStringLiteral("*\\ .");
-        if (v.isEmpty() || std::any_of(v.cbegin(), v.cend(), [](QChar ch) { return forbidden.contains(ch); }))
+        if (v.isEmpty() ||
+            std::any_of(v.cbegin(), v.cend(), [](QChar ch) { return forbidden.contains(ch); }))
             return QStringLiteral("?");
         return v.left(3);
     });
@@ -491,13 +508,15 @@ void WriteFavoriteShows()
 
 void WriteRecentFiles()
 {
-    WriteSettingsKeys(numbered(QStringLiteral("Recent"), 7) + numbered(QStringLiteral("MoreRecentFiles"), 20));
+    WriteSettingsKeys(numbered(QStringLiteral("Recent"), 7) +
+                      numbered(QStringLiteral("MoreRecentFiles"), 20));
 }
 
 void WritePackageSettings()
 {
-    WriteSettingsKeys(split("PackageName PackageSource PackageDestination PackageSize PackageRuntime "
-                            "PackageScreenSaver PackageDefaultSaver PackageShortcut PackageAutorun"));
+    WriteSettingsKeys(
+        split("PackageName PackageSource PackageDestination PackageSize PackageRuntime "
+              "PackageScreenSaver PackageDefaultSaver PackageShortcut PackageAutorun"));
 }
 
 QString RecentFileCaption(const QString& path)
@@ -525,8 +544,9 @@ bool AddFavoriteShow(const QString& path)
             return true;
         }
     }
-    MsgBox(QStringLiteral("Your \"Favorite Shows\" list is full, you need to remove an item first."),
-           vbExclamation);
+    MsgBox(
+        QStringLiteral("Your \"Favorite Shows\" list is full, you need to remove an item first."),
+        vbExclamation);
     return false;
 }
 

@@ -16,8 +16,8 @@ void WriteMainWindowState();  // on closing the main window
 void WriteSlideShowOptions(); // transition, sound, interval, order, description, mouse, toolbar
 void WriteDescriptionLook();  // the default description look (SlideDesc... keys)
 void WriteFavoriteShows();
-void WriteRecentFiles();      // Recent1..Recent7 and MoreRecentFiles1..MoreRecentFiles20
-void WritePackageSettings();  // section "Package"
+void WriteRecentFiles();     // Recent1..Recent7 and MoreRecentFiles1..MoreRecentFiles20
+void WritePackageSettings(); // section "Package"
 // Any keys of the catalogue, by name.
 void WriteSettingsKeys(const QStringList& keys);
 

@@ -84,9 +84,11 @@ frmLanguage::frmLanguage(QWidget* parent) : QDialog(parent)
     });
     // Languages are added and removed by installing their program files.
     for (QPushButton* notDone : {add, remove})
-        connect(notDone, &QPushButton::clicked, this, [] { MsgBox(QStringLiteral("Not done..."), vbInformation); });
-    connect(web, &QPushButton::clicked, this,
-            [] { WebOpener()(QUrl::fromLocalFile(HelpPagePath(QStringLiteral("languages"))).toString()); });
+        connect(notDone, &QPushButton::clicked, this,
+                [] { MsgBox(QStringLiteral("Not done..."), vbInformation); });
+    connect(web, &QPushButton::clicked, this, [] {
+        WebOpener()(QUrl::fromLocalFile(HelpPagePath(QStringLiteral("languages"))).toString());
+    });
     connect(help, &QPushButton::clicked, this, [] { ShowHelp(); });
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 

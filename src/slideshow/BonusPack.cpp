@@ -24,8 +24,7 @@ void LoadBonusPack()
     ListInput in;
     if (!in.open(PathNoCase(AppPath(), QStringLiteral("BONUSPAK.DAT"))))
         return;
-    if (in.next() != QLatin1String("Kavori Bonus Pack Data File") ||
-        in.next() != QString(34, u'-'))
+    if (in.next() != QLatin1String("Kavori Bonus Pack Data File") || in.next() != QString(34, u'-'))
         return;
     pack().BonusPackName = in.next();
     pack().BonusPackEdition = in.next();

@@ -177,17 +177,28 @@ void RemoveDescription(const QString& fileName)
 
 QStringList DescriptionLocations()
 {
-    return {QStringLiteral("<Center>"),           QStringLiteral("<Random>"),
-            QStringLiteral("Left"),               QStringLiteral("Right"),
-            QStringLiteral("Top"),                QStringLiteral("Bottom"),
-            QStringLiteral("Top-Left"),           QStringLiteral("Top-Right"),
-            QStringLiteral("Bottom-Left"),        QStringLiteral("Bottom-Right"),
-            QStringLiteral("Top-Left Down"),      QStringLiteral("Top-Right Down"),
-            QStringLiteral("Bottom-Left Up"),     QStringLiteral("Bottom-Right Up"),
-            QStringLiteral("Top-Left Diagonal"),  QStringLiteral("Top-Right Diagonal"),
-            QStringLiteral("Bottom-Left Diagonal"), QStringLiteral("Bottom-Right Diagonal"),
-            QStringLiteral("Top to Bottom"),      QStringLiteral("Bottom to Top"),
-            QStringLiteral("<Jumping>"),          QStringLiteral("<Bouncing>")};
+    return {QStringLiteral("<Center>"),
+            QStringLiteral("<Random>"),
+            QStringLiteral("Left"),
+            QStringLiteral("Right"),
+            QStringLiteral("Top"),
+            QStringLiteral("Bottom"),
+            QStringLiteral("Top-Left"),
+            QStringLiteral("Top-Right"),
+            QStringLiteral("Bottom-Left"),
+            QStringLiteral("Bottom-Right"),
+            QStringLiteral("Top-Left Down"),
+            QStringLiteral("Top-Right Down"),
+            QStringLiteral("Bottom-Left Up"),
+            QStringLiteral("Bottom-Right Up"),
+            QStringLiteral("Top-Left Diagonal"),
+            QStringLiteral("Top-Right Diagonal"),
+            QStringLiteral("Bottom-Left Diagonal"),
+            QStringLiteral("Bottom-Right Diagonal"),
+            QStringLiteral("Top to Bottom"),
+            QStringLiteral("Bottom to Top"),
+            QStringLiteral("<Jumping>"),
+            QStringLiteral("<Bouncing>")};
 }
 
 DescriptionLook DefaultDescriptionLook()
@@ -214,12 +225,20 @@ QString BuildDescProps(const DescriptionLook& l)
 {
     if (l.custom == 0)
         return {};
-    const QStringList values = {
-        QString::number(l.custom),        QString::number(l.location),       QString::number(l.speed),
-        l.font,                           QString::number(l.size),           QString::number(l.style),
-        QString::number(l.foreColor),     QString::number(l.useBack),        QString::number(l.backColor),
-        QString::number(l.border),        QString::number(l.shadow),         QString::number(l.shadowDistance),
-        QString::number(l.shadowDirection), QString::number(l.shadowColor)};
+    const QStringList values = {QString::number(l.custom),
+                                QString::number(l.location),
+                                QString::number(l.speed),
+                                l.font,
+                                QString::number(l.size),
+                                QString::number(l.style),
+                                QString::number(l.foreColor),
+                                QString::number(l.useBack),
+                                QString::number(l.backColor),
+                                QString::number(l.border),
+                                QString::number(l.shadow),
+                                QString::number(l.shadowDistance),
+                                QString::number(l.shadowDirection),
+                                QString::number(l.shadowColor)};
     return values.join(u',');
 }
 
@@ -279,7 +298,9 @@ QString DescriptionReport(const DescriptionProblems& p)
 {
     if (!p.any())
         return QStringLiteral("There are no problems with the selected description file...");
-    auto count = [](int n) { return QString(QStringLiteral("  * ") + Format(n, QStringLiteral("###,###"))); };
+    auto count = [](int n) {
+        return QString(QStringLiteral("  * ") + Format(n, QStringLiteral("###,###")));
+    };
     QStringList lines;
     if (p.withoutFileName == 1)
         lines << QStringLiteral("  * One description without filename.");
@@ -293,8 +314,9 @@ QString DescriptionReport(const DescriptionProblems& p)
         lines << QStringLiteral("  * One filename could not be found.");
     else if (p.missingFiles > 1)
         lines << count(p.missingFiles) + QStringLiteral(" filenames could not be found.");
-    return QStringLiteral("The following problem(s) were found in the selected description file:") + NewLine2() +
-           lines.join(NewLine()) + NewLine2() + QStringLiteral("WARNING: Description text may be lost!") + NewLine2() +
+    return QStringLiteral("The following problem(s) were found in the selected description file:") +
+           NewLine2() + lines.join(NewLine()) + NewLine2() +
+           QStringLiteral("WARNING: Description text may be lost!") + NewLine2() +
            QStringLiteral("Attempt to repair these problems?");
 }
 
@@ -306,7 +328,8 @@ bool RepairDescriptionFile(const QString& folder)
         return false;
     QList<Pair> kept;
     for (const Pair& pair : rawPairs(in)) {
-        if (!pair.name.isEmpty() && !pair.text.isEmpty() && QFileInfo(AddSlash(folder) + pair.name).isFile())
+        if (!pair.name.isEmpty() && !pair.text.isEmpty() &&
+            QFileInfo(AddSlash(folder) + pair.name).isFile())
             kept.append(pair);
     }
     if (kept.isEmpty())

@@ -31,7 +31,8 @@ Slide NewSlide(const QString& file)
 
 QString ShowWord()
 {
-    return CurrentStartup().ScreenSaverMode ? QStringLiteral("Screen Saver") : QStringLiteral("Slide Show");
+    return CurrentStartup().ScreenSaverMode ? QStringLiteral("Screen Saver")
+                                            : QStringLiteral("Slide Show");
 }
 
 } // namespace kavori

@@ -10,7 +10,7 @@ namespace kavori {
 // EnableTransitions ...) are the program-wide settings of the same names; what only a show
 // has lives here: the slides, the play list, the show texts.
 
-constexpr int kMaxSlideSlots = 30001;   // slots 0..30000
+constexpr int kMaxSlideSlots = 30001;     // slots 0..30000
 constexpr int kMaxPlayListEntries = 1001; // entries 0..1000
 constexpr int kMaxDescriptionLength = 200;
 constexpr int kMaxSlidePathLength = 260;
@@ -41,8 +41,8 @@ struct SlideShow {
     QStringList PlayList;
     QString PlayListText1;
     QString PlayListText2;
-    QString path;          // the show's file, empty for a new show
-    bool changed = false;  // the editor's changed flag
+    QString path;         // the show's file, empty for a new show
+    bool changed = false; // the editor's changed flag
 };
 
 SlideShow& CurrentShow();

@@ -69,22 +69,29 @@ struct ReaderTexts {
 ReaderTexts editorTexts()
 {
     const QString word = ShowWord();
-    return {word,
-            QStringLiteral("The selected file is not a valid Kavori ") + word + QStringLiteral(" file...") +
-                NewLine() + QStringLiteral("Filenames with .KAV in the last 4 positions are normally associated with Kavori files."),
-            QStringLiteral("This ") + word + QStringLiteral(" file was created with an earlier version of Kavori.") +
-                NewLine() + QStringLiteral("NOTE:") + NewLine() +
-                QStringLiteral("When the file is saved, it will be stored in the new format...")};
+    return {
+        word,
+        QStringLiteral("The selected file is not a valid Kavori ") + word +
+            QStringLiteral(" file...") + NewLine() +
+            QStringLiteral(
+                "Filenames with .KAV in the last 4 positions are normally associated with Kavori files."),
+        QStringLiteral("This ") + word +
+            QStringLiteral(" file was created with an earlier version of Kavori.") + NewLine() +
+            QStringLiteral("NOTE:") + NewLine() +
+            QStringLiteral("When the file is saved, it will be stored in the new format...")};
 }
 
 ReaderTexts screenSaverTexts()
 {
     const QString word = QStringLiteral("Screen Saver");
-    return {word,
-            QStringLiteral("The selected file is not a valid Kavori Screen Saver file...") + NewLine() +
-                QStringLiteral("Filenames with .KAV in the last 4 positions are normally associated with Kavori files."),
-            QStringLiteral("This Screen Saver file was created with an earlier version of Kavori.") + NewLine() +
-                QStringLiteral("NOTE:") + NewLine() + QStringLiteral("If the file is saved, it will be stored in the new format...")};
+    return {
+        word,
+        QStringLiteral("The selected file is not a valid Kavori Screen Saver file...") + NewLine() +
+            QStringLiteral(
+                "Filenames with .KAV in the last 4 positions are normally associated with Kavori files."),
+        QStringLiteral("This Screen Saver file was created with an earlier version of Kavori.") +
+            NewLine() + QStringLiteral("NOTE:") + NewLine() +
+            QStringLiteral("If the file is saved, it will be stored in the new format...")};
 }
 
 bool isNumber(const QString& s)
@@ -136,9 +143,11 @@ void readPlayList(RecordReader& r, SlideShow& show, const QString& folder)
         if (line.isEmpty())
             continue;
         if (show.PlayList.size() >= kMaxPlayListEntries) {
-            MsgBox(QStringLiteral("The maximum number of ") + Format(1000, QStringLiteral("###,###")) +
-                       QStringLiteral(" sound files has been reached, unable to add the remaining files to the Play List..."),
-                   vbExclamation);
+            MsgBox(
+                QStringLiteral("The maximum number of ") + Format(1000, QStringLiteral("###,###")) +
+                    QStringLiteral(
+                        " sound files has been reached, unable to add the remaining files to the Play List..."),
+                vbExclamation);
             return;
         }
         const QString entry = repairPath(line.left(kMaxSlidePathLength), folder);
@@ -168,9 +177,11 @@ bool readShow(const QString& path, const ReaderTexts& texts)
     else if (version == QLatin1String("Version 2.0") || version == QLatin1String("Version 3.0"))
         layout = Layout::Current;
     else {
-        MsgBox(QStringLiteral("The selected ") + texts.word + QStringLiteral(" file was created with a different release (") +
-                   version + QStringLiteral(") of Kavori.") + NewLine() + QStringLiteral("You are currently running:") +
-                   NewLine() + QStringLiteral("Version: ") + QString::fromLatin1(kRunningVersion) + NewLine() +
+        MsgBox(QStringLiteral("The selected ") + texts.word +
+                   QStringLiteral(" file was created with a different release (") + version +
+                   QStringLiteral(") of Kavori.") + NewLine() +
+                   QStringLiteral("You are currently running:") + NewLine() +
+                   QStringLiteral("Version: ") + QString::fromLatin1(kRunningVersion) + NewLine() +
                    QStringLiteral("Unable to open this ") + texts.word + QStringLiteral("..."),
                vbExclamation);
         return false;
@@ -232,10 +243,14 @@ bool readShow(const QString& path, const ReaderTexts& texts)
             if (show.slides.size() >= kMaxSlideSlots) {
                 const QString max = Format(30000, QStringLiteral("###,###"));
                 MsgBox(layout == Layout::Current
-                           ? QString(QStringLiteral("The maximum of ") + max + QStringLiteral(" slides has been reached.") + NewLine() +
-                                 QStringLiteral("Any remaining images in the ") + texts.word + QStringLiteral(" file will be ignored..."))
-                           : QString(QStringLiteral("The maximum of ") + max + QStringLiteral(" slides has been loaded. Any remaining images in the ") +
-                                 texts.word + QStringLiteral(" file will be ignored...")),
+                           ? QString(QStringLiteral("The maximum of ") + max +
+                                     QStringLiteral(" slides has been reached.") + NewLine() +
+                                     QStringLiteral("Any remaining images in the ") + texts.word +
+                                     QStringLiteral(" file will be ignored..."))
+                           : QString(QStringLiteral("The maximum of ") + max +
+                                     QStringLiteral(
+                                         " slides has been loaded. Any remaining images in the ") +
+                                     texts.word + QStringLiteral(" file will be ignored...")),
                        vbExclamation);
                 break;
             }
@@ -260,8 +275,10 @@ bool readShow(const QString& path, const ReaderTexts& texts)
             show.slides.append(slide);
         }
     } catch (const ReadError&) {
-        MsgBox(QStringLiteral("An error occurred while reading ") + texts.word + QStringLiteral(" data.") + NewLine() +
-                   QStringLiteral("This may not be a valid ") + texts.word + QStringLiteral(" file..."),
+        MsgBox(QStringLiteral("An error occurred while reading ") + texts.word +
+                   QStringLiteral(" data.") + NewLine() +
+                   QStringLiteral("This may not be a valid ") + texts.word +
+                   QStringLiteral(" file..."),
                vbExclamation);
     }
 
@@ -278,10 +295,13 @@ bool readShow(const QString& path, const ReaderTexts& texts)
     AddRecentShow(show.path);
     show.changed = layout != Layout::Current;
     if (DisplayColorDepth() == 8 && s.EnableTransitions)
-        MsgBox(QStringLiteral("This slide show contains slide transitions, they are disabled when running in 256 color mode.") +
-                   NewLine() +
-                   QStringLiteral("Set your display properties to more than 256 colors or disable transitions to remove this message..."),
-               vbInformation);
+        MsgBox(
+            QStringLiteral(
+                "This slide show contains slide transitions, they are disabled when running in 256 color mode.") +
+                NewLine() +
+                QStringLiteral(
+                    "Set your display properties to more than 256 colors or disable transitions to remove this message..."),
+            vbInformation);
     return true;
 }
 
@@ -322,13 +342,15 @@ QByteArray headerLines(const SlideShow& show, const QString& soundFile)
     b += flag(show.UseSlideIntervals);
     b += quoted(QString::number(s.TransitionSpeed));
     b += quoted(s.SlideIgnoreError ? QStringLiteral("1") : QStringLiteral("0"));
-    b += quoted(QString::fromLatin1(s.LMousePrev ? "1" : "0") + QString::fromLatin1(s.RMouseNext ? "1" : "0"));
+    b += quoted(QString::fromLatin1(s.LMousePrev ? "1" : "0") +
+                QString::fromLatin1(s.RMouseNext ? "1" : "0"));
     b += flag(s.DontRestartSound);
     b += quoted(show.ShowNote);
     return b;
 }
 
-QByteArray slideLines(const Slide& slide, const QString& file, const QString& sound, const QString& texture)
+QByteArray slideLines(const Slide& slide, const QString& file, const QString& sound,
+                      const QString& texture)
 {
     QByteArray b;
     b += quoted(file);
@@ -382,16 +404,19 @@ QString ScreenSaverSoundNote()
     case 1:
         if (s.UsePlayList && !show.PlayList.isEmpty())
             return show.PlayList.size() > 1
-                       ? QStringLiteral("More than one sound file and/or type is in this screen saver package...")
+                       ? QStringLiteral(
+                             "More than one sound file and/or type is in this screen saver package...")
                        : show.PlayList.first();
         if (s.SoundFile.isEmpty())
-            return QStringLiteral("A sound file was not specified for this screen saver package...");
+            return QStringLiteral(
+                "A sound file was not specified for this screen saver package...");
         if (!QFileInfo::exists(s.SoundFile))
             return QStringLiteral("The specified sound file could not be found...");
         return s.SoundFile;
     case 2:
         return s.CDTrack == 0 ? QStringLiteral("Play All CD Tracks...")
-                              : QStringLiteral("Play CD Track ") + QString::number(s.CDTrack) + QStringLiteral("...");
+                              : QStringLiteral("Play CD Track ") + QString::number(s.CDTrack) +
+                                    QStringLiteral("...");
     default: {
         QSet<QString> sounds;
         for (const Slide& slide : show.slides) {
@@ -399,9 +424,11 @@ QString ScreenSaverSoundNote()
                 sounds.insert(slide.SlideSound.toUpper());
         }
         if (sounds.isEmpty())
-            return QStringLiteral("A sound file was not included with this screen saver package...");
+            return QStringLiteral(
+                "A sound file was not included with this screen saver package...");
         if (sounds.size() > 1)
-            return QStringLiteral("More than one sound file and/or type is in this screen saver package...");
+            return QStringLiteral(
+                "More than one sound file and/or type is in this screen saver package...");
         return *sounds.cbegin();
     }
     }
@@ -450,8 +477,7 @@ class SaveNames {
 public:
     SaveNames(const QString& folder, const QString& loadedFrom, Progress& progress)
         : m_folder(folder), m_loadedFrom(loadedFrom), m_progress(progress)
-    {
-    }
+    {}
 
     // A slide's picture: relative when in the folder, else copied (or written in full).
     QString slideFile(const QString& name)
@@ -469,7 +495,8 @@ public:
 
     // A sound, texture or play list file; a repeat is copied once, an existing target only
     // after the question. model is set to the target after a copy.
-    QString referredFile(QString& model, const QString& what, const QString& secondLine, bool ask = true)
+    QString referredFile(QString& model, const QString& what, const QString& secondLine,
+                         bool ask = true)
     {
         const QString name = model;
         if (name.isEmpty())
@@ -482,7 +509,8 @@ public:
         if (!m_copied.contains(target.toUpper())) {
             bool copyIt = true;
             if (ask && QFileInfo::exists(target) && target.compare(name, Qt::CaseInsensitive) != 0)
-                copyIt = MsgBox(what + u'"' + FileNameOf(name) + QStringLiteral("\" already exists in the slide show folder.") +
+                copyIt = MsgBox(what + u'"' + FileNameOf(name) +
+                                    QStringLiteral("\" already exists in the slide show folder.") +
                                     NewLine() + secondLine,
                                 vbYesNo + vbQuestion) == vbYes;
             if (copyIt)
@@ -505,7 +533,8 @@ private:
         // A copy made by an earlier save is not made again.
         if (to.isFile() && to.size() == from.size() && to.lastModified() >= from.lastModified())
             return;
-        m_progress.setCaption(QStringLiteral("Kavori is copying the file:") + NewLine() + FileNameOf(source));
+        m_progress.setCaption(QStringLiteral("Kavori is copying the file:") + NewLine() +
+                              FileNameOf(source));
         m_progress.setValue(++m_step);
         QFile::remove(target);
         if (QFile::copy(source, target))
@@ -565,33 +594,40 @@ bool SaveSlideShow(const QString& path, Progress* progress)
         soundFile = soundFile.mid(folder.size());
     } else if (s.SaveSlides && !soundFile.isEmpty()) {
         QString model = s.SoundFile;
-        soundFile = names.referredFile(model, QStringLiteral("The sound file "),
-                                       QString(), false);
+        soundFile = names.referredFile(model, QStringLiteral("The sound file "), QString(), false);
     }
     file.write(headerLines(show, soundFile));
 
     for (Slide& slide : show.slides) {
         if (progress->cancelled()) {
             file.close();
-            MsgBox(QStringLiteral("Save was canceled before it could complete, slide show file may be corrupt as a result..."),
-                   vbExclamation);
+            MsgBox(
+                QStringLiteral(
+                    "Save was canceled before it could complete, slide show file may be corrupt as a result..."),
+                vbExclamation);
             return false;
         }
         const QString written = names.slideFile(slide.SlideFile);
         QString sound = slide.SlideSound;
         if (!sound.isEmpty() && !isNumber(sound))
-            sound = names.referredFile(slide.SlideSound, QStringLiteral("The sound file "),
-                                       QStringLiteral("Do you want to replace it with the one specified in the current slide show?"));
-        const QString texture = names.referredFile(slide.SlideTexture, QStringLiteral("The background texture file "),
-                                                   QStringLiteral("Do you want to replace it with the one specified in the current slide show?"));
+            sound = names.referredFile(
+                slide.SlideSound, QStringLiteral("The sound file "),
+                QStringLiteral(
+                    "Do you want to replace it with the one specified in the current slide show?"));
+        const QString texture = names.referredFile(
+            slide.SlideTexture, QStringLiteral("The background texture file "),
+            QStringLiteral(
+                "Do you want to replace it with the one specified in the current slide show?"));
         file.write(slideLines(slide, written, sound, texture));
         progress->setValue(++names.m_step);
     }
     if (writesPlayList(show)) {
         file.write(playListHead(show));
         for (QString& entry : show.PlayList)
-            file.write(quoted(names.referredFile(entry, QStringLiteral("The sound file "),
-                                                 QStringLiteral("Do you want to replace it with the one specified in the current slide show play list?"))));
+            file.write(quoted(names.referredFile(
+                entry, QStringLiteral("The sound file "),
+                QStringLiteral(
+                    "Do you want to replace it with the one specified in the current slide show play list?"))));
     }
     file.close();
     progress->setValue(++names.m_step);

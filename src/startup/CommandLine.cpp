@@ -126,7 +126,8 @@ QString FloppyDiskQuestion(const QString& path)
 {
     return QStringLiteral("Please be sure the disk that contains the file:") + NewLine2() +
            path.mid(2) + NewLine2() + QStringLiteral("...is in Floppy Drive ") +
-           path.left(2).toUpper() + NewLine2() + QStringLiteral("Press the \"OK\" button to continue.");
+           path.left(2).toUpper() + NewLine2() +
+           QStringLiteral("Press the \"OK\" button to continue.");
 }
 
 QString InvalidFileNameMessage(const QString& path)

@@ -47,10 +47,10 @@ enum class FloppyCheck {
 
 struct StartDecision {
     StartMode mode = StartMode::MainWindow;
-    QString commandLine;   // what the main window opens (an image path or nothing)
-    QString fullFile;      // FullScreenImage
+    QString commandLine; // what the main window opens (an image path or nothing)
+    QString fullFile;    // FullScreenImage
     bool exitAfterFullScreen = false;
-    QString showPath;      // SlideShow, ScreenSaver
+    QString showPath; // SlideShow, ScreenSaver
     bool screenSaverMode = false;
     FloppyCheck floppy = FloppyCheck::None;
 };

@@ -7,18 +7,18 @@
 #include "WaitFrm.h"
 #include "imaging/ImageTypes.h"
 #include "platform/AppPaths.h"
-#include "playback/FullViewFrm.h"
 #include "platform/SoundDevices.h"
 #include "platform/TickCount.h"
 #include "platform/WindowLock.h"
+#include "playback/FullViewFrm.h"
 #include "runtime/DoEvents.h"
 #include "runtime/MsgBox.h"
-#include "slideshow/BonusPack.h"
-#include "slideshow/SlideShow.h"
-#include "slideshow/SlideShowFile.h"
 #include "settings/Languages.h"
 #include "settings/Settings.h"
 #include "settings/SettingsCatalogue.h"
+#include "slideshow/BonusPack.h"
+#include "slideshow/SlideShow.h"
+#include "slideshow/SlideShowFile.h"
 #include "viewer/MainViewFrm.h"
 
 #include <QApplication>
@@ -59,7 +59,7 @@ std::optional<int> RunEntryRoutine(const QStringList& arguments)
 
     if (state.CommandLine.startsWith(QLatin1String("SCRNSAVE"))) {
         if (WindowLock::Exists(ScreenSaverWindowTitle()))
-            return endStartup(); // a screen saver is running already
+            return endStartup();             // a screen saver is running already
         state.ScreenSaveUsePassword = false; // the system's locker asks for it here
     } else {
         WaitFrm::Open();
@@ -112,8 +112,8 @@ std::optional<int> RunEntryRoutine(const QStringList& arguments)
             return endStartup();
         }
         if (decision.floppy == FloppyCheck::AskForDisk &&
-            MsgBox(FloppyDiskQuestion(decision.showPath), vbOKCancel + vbInformation + vbSystemModal) ==
-                vbCancel)
+            MsgBox(FloppyDiskQuestion(decision.showPath),
+                   vbOKCancel + vbInformation + vbSystemModal) == vbCancel)
             return endStartup();
         ReadSlideShow(decision.showPath);
         if (CurrentShow().slides.isEmpty()) {
@@ -121,7 +121,8 @@ std::optional<int> RunEntryRoutine(const QStringList& arguments)
                 MsgBox(QStringLiteral("There are no pictures in this screen saver to view..."),
                        vbInformation + vbSystemModal);
             else
-                MsgBox(QStringLiteral("There are no pictures in this slide show to view..."), vbInformation);
+                MsgBox(QStringLiteral("There are no pictures in this slide show to view..."),
+                       vbInformation);
             return endStartup();
         }
         state.SavedCurDir = QDir::currentPath();

@@ -60,8 +60,10 @@ bool CheckColorDepth(const QString& commandLine)
         MsgBox(ColorDepthTooLowMessage(), vbInformation + vbMsgBoxHelpButton);
         return false;
     }
-    if (bits == 8 && CurrentSettings().Color256Msg && !commandLine.startsWith(QLatin1String("SCRNSAVE"))) {
-        const int answer = MsgBox(Colors256Question(), vbYesNoCancel + vbInformation + vbMsgBoxHelpButton);
+    if (bits == 8 && CurrentSettings().Color256Msg &&
+        !commandLine.startsWith(QLatin1String("SCRNSAVE"))) {
+        const int answer =
+            MsgBox(Colors256Question(), vbYesNoCancel + vbInformation + vbMsgBoxHelpButton);
         if (answer == vbYes) {
             CurrentStartup().ShowDisplayProperties = true;
         } else if (answer == vbCancel) {

@@ -6,10 +6,10 @@ namespace kavori {
 
 // What the entry routine learns once at start and everything else reads.
 struct StartupState {
-    QString CommandLine;      // the working command line, rewritten as prefixes are stripped
-    QString EditFile;         // slide show to open in the editor once the main window is up
-    QString FullFile;         // image to show full screen
-    qint64 LoadStart = -1;    // tick count at start when "LOADTIME" was given
+    QString CommandLine;   // the working command line, rewritten as prefixes are stripped
+    QString EditFile;      // slide show to open in the editor once the main window is up
+    QString FullFile;      // image to show full screen
+    qint64 LoadStart = -1; // tick count at start when "LOADTIME" was given
     bool ScreenSaverMode = false;
     bool FirstRun = false;
     bool AnimatedGif = false;
@@ -17,7 +17,7 @@ struct StartupState {
     QString SavedCurDir;
     bool WaveDevices = false;
     bool MidiDevices = false;
-    bool IsOldNT = false;     // a Windows NT before version 4: never true here
+    bool IsOldNT = false;               // a Windows NT before version 4: never true here
     bool ScreenSaveUsePassword = false; // the system's locker owns the password on Linux
     bool ShowDisplayProperties = false; // the user asked to adjust the display after start
 };

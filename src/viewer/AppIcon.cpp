@@ -22,15 +22,16 @@ QPixmap KavoriPixmap(int size)
     p.fillRect(frame, sky);
     p.setPen(Qt::NoPen);
     p.setBrush(QColor(255, 248, 220));
-    p.drawEllipse(QPointF(frame.center().x() + size * 0.16, frame.top() + size * 0.3), size * 0.12, size * 0.12);
+    p.drawEllipse(QPointF(frame.center().x() + size * 0.16, frame.top() + size * 0.3), size * 0.12,
+                  size * 0.12);
     const QColor hills[2] = {QColor(70, 120, 80), QColor(40, 80, 60)};
     for (int layer = 0; layer < 2; ++layer) {
         QPainterPath hill;
         const qreal base = frame.top() + size * (0.55 + 0.14 * layer);
         hill.moveTo(frame.left(), frame.bottom());
         hill.lineTo(frame.left(), base);
-        hill.cubicTo(frame.left() + size * 0.3, base - size * 0.18, frame.left() + size * 0.5, base + size * 0.1,
-                     frame.right(), base - size * 0.08);
+        hill.cubicTo(frame.left() + size * 0.3, base - size * 0.18, frame.left() + size * 0.5,
+                     base + size * 0.1, frame.right(), base - size * 0.08);
         hill.lineTo(frame.right(), frame.bottom());
         p.fillPath(hill, hills[layer]);
     }

@@ -38,7 +38,8 @@ DropRequest ClassifyDrop(const QString& dropped)
     else if (HasExtension(path, QStringLiteral(".desktop")))
         path = desktopLinkTarget(path);
     if (path.isEmpty()) {
-        r.message = QStringLiteral("An unexpected error occurred while getting filename that was dropped here, unable to open file...");
+        r.message = QStringLiteral(
+            "An unexpected error occurred while getting filename that was dropped here, unable to open file...");
         return r;
     }
     if (QFileInfo(path).isDir()) {
@@ -46,8 +47,10 @@ DropRequest ClassifyDrop(const QString& dropped)
         return r;
     }
     if (IsImportFile(path)) {
-        r.message = path.right(4).toUpper() + QStringLiteral(" files must be imported into ") + AppTitle() +
-                    QStringLiteral(" and then saved as a supported format first, unable to open:") + NewLine2() + path;
+        r.message = path.right(4).toUpper() + QStringLiteral(" files must be imported into ") +
+                    AppTitle() +
+                    QStringLiteral(" and then saved as a supported format first, unable to open:") +
+                    NewLine2() + path;
         return r;
     }
     r.path = path;
@@ -56,7 +59,8 @@ DropRequest ClassifyDrop(const QString& dropped)
     } else if (IsImageFile(path)) {
         r.kind = DropRequest::OpenImage;
     } else {
-        r.message = path + NewLine2() + QStringLiteral("This is not a supported image file, unable to open...");
+        r.message = path + NewLine2() +
+                    QStringLiteral("This is not a supported image file, unable to open...");
     }
     return r;
 }

@@ -83,7 +83,8 @@ void frmRotateImg::remember() const
     s.RotatePreserve = preserveSize();
 }
 
-frmImageSize::frmImageSize(const QSize& current, QWidget* parent) : QDialog(parent), m_current(current)
+frmImageSize::frmImageSize(const QSize& current, QWidget* parent)
+    : QDialog(parent), m_current(current)
 {
     setObjectName(QStringLiteral("frmImageSize"));
     setWindowTitle(AppTitle() + QStringLiteral(" - [Image Size]"));
@@ -104,7 +105,8 @@ frmImageSize::frmImageSize(const QSize& current, QWidget* parent) : QDialog(pare
     connect(m_width, &QSpinBox::valueChanged, this, [this](int w) {
         if (m_aspect->isChecked() && m_current.width() > 0) {
             const QSignalBlocker block(m_height);
-            m_height->setValue(int(std::lround(double(w) * m_current.height() / m_current.width())));
+            m_height->setValue(
+                int(std::lround(double(w) * m_current.height() / m_current.width())));
         }
     });
     connect(m_height, &QSpinBox::valueChanged, this, [this](int h) {

@@ -19,7 +19,8 @@ QStringList BrowseList(const QString& folder, const std::function<bool(const QSt
         if (isImage(name))
             files << base + name;
     }
-    QCollator collator(QLocale(QLocale::English, QLocale::UnitedStates)); // numeric mode needs a real locale
+    QCollator collator(
+        QLocale(QLocale::English, QLocale::UnitedStates)); // numeric mode needs a real locale
     collator.setNumericMode(true);
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     std::sort(files.begin(), files.end(),

@@ -11,8 +11,8 @@ namespace kavori {
 enum class BrowseStep { First, Previous, Next, Last };
 
 struct BrowseResult {
-    QString file;           // the image to open; empty when nothing is to be opened
-    QString message;        // an information message to show instead
+    QString file;             // the image to open; empty when nothing is to be opened
+    QString message;          // an information message to show instead
     bool onlyOneFile = false; // ask whether to use the open dialog instead
 };
 

@@ -32,7 +32,8 @@ public:
 
     // Runs an editing command: the picture before it becomes the undo snapshot. Returns the
     // command's refusal message (nothing changes then), or an empty string.
-    QString edit(const QString& undoCaption, const std::function<EditResult(const QImage&)>& command);
+    QString edit(const QString& undoCaption,
+                 const std::function<EditResult(const QImage&)>& command);
 
     bool canUndo() const { return m_canUndo; }
     // "Can't Undo" when there is nothing to undo, else the caption of the last edit.

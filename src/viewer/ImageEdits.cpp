@@ -60,7 +60,8 @@ EditResult ResizeTo(const QImage& image, const QSize& size)
 EditResult ResizeByPercent(const QImage& image, int percent)
 {
     const double factor = 1.0 + percent / 100.0;
-    const QSize size(int(std::lround(image.width() * factor)), int(std::lround(image.height() * factor)));
+    const QSize size(int(std::lround(image.width() * factor)),
+                     int(std::lround(image.height() * factor)));
     EditResult r = ResizeTo(image, size);
     // A picture already at a limit says so even when rounding would keep its size.
     if (r.message.isEmpty() && size == image.size())
@@ -115,8 +116,8 @@ QImage PasteInto(const QImage& image, const QImage& clip, const QRect& area, boo
 
 QImage NewImage(int width, int height, const QColor& color)
 {
-    QImage out(qBound(kMinImageSide, width, kMaxImageSide), qBound(kMinImageSide, height, kMaxImageSide),
-               QImage::Format_RGB32);
+    QImage out(qBound(kMinImageSide, width, kMaxImageSide),
+               qBound(kMinImageSide, height, kMaxImageSide), QImage::Format_RGB32);
     out.fill(color);
     return out;
 }

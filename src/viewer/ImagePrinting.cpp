@@ -12,8 +12,8 @@
 
 namespace kavori {
 
-QRect PrintPlacement(const QSize& image, const QRect& page, int printerDpi, bool enlarge, bool shrink,
-                     bool center)
+QRect PrintPlacement(const QSize& image, const QRect& page, int printerDpi, bool enlarge,
+                     bool shrink, bool center)
 {
     if (image.isEmpty() || page.isEmpty())
         return {};
@@ -34,8 +34,9 @@ bool PrintImage(QPrinter& printer, const QImage& image)
         return false;
     const Settings& s = CurrentSettings();
     const QRect page = printer.pageLayout().paintRectPixels(printer.resolution());
-    const QRect target = PrintPlacement(image.size(), QRect(QPoint(0, 0), page.size()), printer.resolution(),
-                                        s.PrintEnlargeFit, s.PrintShrinkFit, s.PrintCenterFit);
+    const QRect target =
+        PrintPlacement(image.size(), QRect(QPoint(0, 0), page.size()), printer.resolution(),
+                       s.PrintEnlargeFit, s.PrintShrinkFit, s.PrintCenterFit);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawImage(target, image);
     return painter.end();

@@ -72,7 +72,8 @@ QRect ImageView::drawnRect() const
 void ImageView::updateScrollBars()
 {
     const QSize area = viewport()->size();
-    const QSize extent = ScrollExtent(FitImageRect(m_image.size(), area, m_stretch, m_enlarge), area);
+    const QSize extent =
+        ScrollExtent(FitImageRect(m_image.size(), area, m_stretch, m_enlarge), area);
     horizontalScrollBar()->setRange(0, extent.width());
     horizontalScrollBar()->setPageStep(area.width());
     verticalScrollBar()->setRange(0, extent.height());
@@ -93,9 +94,10 @@ void ImageView::paintEvent(QPaintEvent*)
         m_rough = m_settle->isActive() && m_smooth;
         const Qt::TransformationMode mode =
             m_smooth && !m_rough ? Qt::SmoothTransformation : Qt::FastTransformation;
-        m_scaled = QPixmap::fromImage(target.size() == m_image.size()
-                                          ? m_image
-                                          : m_image.scaled(target.size(), Qt::IgnoreAspectRatio, mode));
+        m_scaled =
+            QPixmap::fromImage(target.size() == m_image.size()
+                                   ? m_image
+                                   : m_image.scaled(target.size(), Qt::IgnoreAspectRatio, mode));
     }
     painter.drawPixmap(target.topLeft(), m_scaled);
 }

@@ -27,7 +27,8 @@ struct MenuTable {
 };
 
 const MenuTable kMenus[] = {
-    {"mnuFile", "&File",
+    {"mnuFile",
+     "&File",
      {{"mnuOpen", "&Open Image...", "Ctrl+O"},
       {"mnuNewImage", "&New Image...", "Ctrl+N"},
       {"mnuSaveCopy", "Save a &Copy As...", "Ctrl+S"},
@@ -54,7 +55,8 @@ const MenuTable kMenus[] = {
       {"", "", ""},
       {"mnuExitToLauncher", "Exit to &Launcher", ""},
       {"mnuExit", "E&xit", "Ctrl+Q"}}},
-    {"mnuEdit", "&Edit",
+    {"mnuEdit",
+     "&Edit",
      {{"mnuUndo", "Can't Undo", "Ctrl+Z"},
       {"", "", ""},
       {"mnuCopy", "&Copy", "Ctrl+C"},
@@ -78,7 +80,8 @@ const MenuTable kMenus[] = {
       {"", "", ""},
       {"mnuCaptureDesktop", "Capture &Desktop", ""},
       {"mnuTempFile", "Open &Temporary Image", ""}}},
-    {"mnuBrowse", "&Browse",
+    {"mnuBrowse",
+     "&Browse",
      {{"mnuBrowseFirst", "&First Image", "Home"},
       {"mnuBrowsePrevious", "&Previous Image", "PgUp"},
       {"mnuBrowseNext", "&Next Image", "PgDown"},
@@ -91,7 +94,8 @@ const MenuTable kMenus[] = {
       {"", "", ""},
       {"mnuFullScreen", "F&ull Screen", "F11"},
       {"mnuAnimatedGIF", "View &Animated GIF", ""}}},
-    {"mnuShows", "&Slide Shows",
+    {"mnuShows",
+     "&Slide Shows",
      {{"mnuSlideShow", "Slide Show &Editor...", "Ctrl+E"},
       {"mnuOpenSlideShow", "&Open Slide Show...", "Ctrl+L"},
       {"mnuSlideShowWizard", "Slide Show &Wizard...", "Ctrl+W"},
@@ -109,7 +113,8 @@ const MenuTable kMenus[] = {
       {"", "", ""},
       {"mnuSetScreenSaver", "Set as &Screen Saver...", ""},
       {"mnuSSaverSettings", "Screen Saver Se&ttings...", ""}}},
-    {"mnuFiles", "F&iles",
+    {"mnuFiles",
+     "F&iles",
      {{"mnuFileCopyImages", "&Copy Images...", ""},
       {"mnuMoveImages", "&Move Images...", ""},
       {"mnuMoveCurrentImg", "Move C&urrent Image...", ""},
@@ -143,7 +148,8 @@ const MenuTable kMenus[] = {
       {"mnuViewFavorites", "&View Favorites...", ""},
       {"mnuSaveFavoritesAsShow", "&Save as Slide Show...", ""},
       {"<", "", ""}}},
-    {"mnuSystem", "S&ystem",
+    {"mnuSystem",
+     "S&ystem",
      {{"mnuSetWallpaper", "Set as &Wallpaper", ""},
       {"mnuLoadWallpaper", "&Open Wallpaper", ""},
       {"mnuClearWallpaper", "&Clear Wallpaper", ""},
@@ -172,7 +178,8 @@ const MenuTable kMenus[] = {
       {"mnuSelectProgram5", "Select Program &5...", ""},
       {"<", "", ""},
       {"mnuMediaPlayer", "Media &Player", ""}}},
-    {"mnuHelp", "&Help",
+    {"mnuHelp",
+     "&Help",
      {{"mnuHelpContents", "&Contents", "F1"},
       {"mnuHelpSearch", "&Search for Help On...", ""},
       {"mnuTipOfDay", "&Tip of the Day...", ""},
@@ -261,7 +268,8 @@ MainMenus BuildMainMenus(QMainWindow* window)
     auto addButtons = [&](QToolBar* toolbar, const auto& rows) {
         for (const ButtonRow& row : rows) {
             const QString key = QString::fromLatin1(row.key);
-            auto* button = new QAction(style->standardIcon(row.icon), QString::fromLatin1(row.tip), toolbar);
+            auto* button =
+                new QAction(style->standardIcon(row.icon), QString::fromLatin1(row.tip), toolbar);
             button->setObjectName(QStringLiteral("btn") + QString(key).remove(u' '));
             button->setData(key);
             if (QAction* target = menus.actions.value(QString::fromLatin1(row.action))) {

@@ -5,13 +5,13 @@
 #include "EditDialogs.h"
 #include "FolderBrowse.h"
 #include "ImagePrinting.h"
+#include "ImageView.h"
 #include "RecentFiles.h"
 #include "StartRequest.h"
 #include "frmPreferences.h"
 #include "frmTip.h"
-#include "ImageView.h"
-#include "imaging/ImageTypes.h"
 #include "imaging/ImageSaving.h"
+#include "imaging/ImageTypes.h"
 #include "imaging/PictureLoader.h"
 #include "platform/AppPaths.h"
 #include "platform/DisplaySettings.h"
@@ -42,20 +42,20 @@
 #include <QCloseEvent>
 #include <QDialog>
 #include <QDialogButtonBox>
-#include <QHBoxLayout>
 #include <QFileInfo>
+#include <QHBoxLayout>
 #include <QImageReader>
+#include <QLabel>
+#include <QMenu>
 #include <QMimeData>
 #include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QScreen>
-#include <QVBoxLayout>
-#include <QLabel>
-#include <QMenu>
 #include <QStatusBar>
 #include <QTimer>
 #include <QToolBar>
+#include <QVBoxLayout>
 
 namespace kavori {
 
@@ -93,8 +93,8 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     }
     for (int i = 1; i <= 7; ++i)
         m_menus.action(QStringLiteral("mnuLast") + QString::number(i))->setVisible(false);
-    for (const char* name : {"mnuOpenEditor", "mnuOpenEditor2", "mnuOpenEditor3", "mnuOpenEditor4",
-                             "mnuOpenEditor5"})
+    for (const char* name :
+         {"mnuOpenEditor", "mnuOpenEditor2", "mnuOpenEditor3", "mnuOpenEditor4", "mnuOpenEditor5"})
         m_menus.action(QString::fromLatin1(name))->setVisible(false);
     connectCommands();
 
@@ -144,13 +144,16 @@ void MainViewFrm::connectCommands()
     handle("mnuUndo", [this] { undo(); });
     handle("mnuCopy", [this] { copy(); });
     handle("mnuPaste", [this] { paste(); });
-    editCommand("mnuCrop", QStringLiteral("&Undo Crop"), [this](const QImage& i) {
-        return Crop(i, m_view->selection());
-    });
-    editCommand("mnu25Larger", QStringLiteral("&Undo Resize"), [](const QImage& i) { return ResizeByPercent(i, 25); });
-    editCommand("mnu25Smaller", QStringLiteral("&Undo Resize"), [](const QImage& i) { return ResizeByPercent(i, -25); });
-    editCommand("mnu50Larger", QStringLiteral("&Undo Resize"), [](const QImage& i) { return ResizeByPercent(i, 50); });
-    editCommand("mnu50Smaller", QStringLiteral("&Undo Resize"), [](const QImage& i) { return ResizeByPercent(i, -50); });
+    editCommand("mnuCrop", QStringLiteral("&Undo Crop"),
+                [this](const QImage& i) { return Crop(i, m_view->selection()); });
+    editCommand("mnu25Larger", QStringLiteral("&Undo Resize"),
+                [](const QImage& i) { return ResizeByPercent(i, 25); });
+    editCommand("mnu25Smaller", QStringLiteral("&Undo Resize"),
+                [](const QImage& i) { return ResizeByPercent(i, -25); });
+    editCommand("mnu50Larger", QStringLiteral("&Undo Resize"),
+                [](const QImage& i) { return ResizeByPercent(i, 50); });
+    editCommand("mnu50Smaller", QStringLiteral("&Undo Resize"),
+                [](const QImage& i) { return ResizeByPercent(i, -50); });
     editCommand("mnu90CW", QStringLiteral("&Undo Rotate"), plain(Rotate90Clockwise));
     editCommand("mnu90CCW", QStringLiteral("&Undo Rotate"), plain(Rotate90CounterClockwise));
     editCommand("mnu180Degrees", QStringLiteral("&Undo Rotate"), plain(Rotate180));
@@ -179,7 +182,8 @@ void MainViewFrm::connectCommands()
     });
     m_menus.action(QStringLiteral("mnuTopmost"))->setCheckable(true);
     for (int i = 1; i <= 7; ++i)
-        handle(QStringLiteral("mnuLast%1").arg(i).toLatin1().constData(), [this, i] { openRecent(i - 1); });
+        handle(QStringLiteral("mnuLast%1").arg(i).toLatin1().constData(),
+               [this, i] { openRecent(i - 1); });
     handle("mnuArbitrary", [this] {
         if (!m_document.hasImage())
             return;
@@ -188,7 +192,9 @@ void MainViewFrm::connectCommands()
             return;
         dialog.remember();
         runEdit(QStringLiteral("&Undo Rotate"), [&dialog](const QImage& i) {
-            return EditResult{RotateByAngle(i, dialog.angle(), dialog.clockwise(), dialog.preserveSize(), Qt::black), {}};
+            return EditResult{RotateByAngle(i, dialog.angle(), dialog.clockwise(),
+                                            dialog.preserveSize(), Qt::black),
+                              {}};
         });
     });
     handle("mnuEditImageSize", [this] {
@@ -198,15 +204,19 @@ void MainViewFrm::connectCommands()
         if (dialog.exec() != QDialog::Accepted)
             return;
         dialog.remember();
-        runEdit(QStringLiteral("&Undo Resize"), [&dialog](const QImage& i) { return ResizeTo(i, dialog.chosenSize()); });
+        runEdit(QStringLiteral("&Undo Resize"),
+                [&dialog](const QImage& i) { return ResizeTo(i, dialog.chosenSize()); });
     });
     handle("mnuAnimatedGIF", [this] {
         if (!m_document.hasImage()) {
-            MsgBox(QStringLiteral("An image has not been opened yet, unable to view animated gif..."), vbInformation);
+            MsgBox(
+                QStringLiteral("An image has not been opened yet, unable to view animated gif..."),
+                vbInformation);
             return;
         }
         if (!HasExtension(m_document.currentFile(), QStringLiteral(".GIF"))) {
-            MsgBox(QStringLiteral("The current image is not a .GIF file, unable to animate..."), vbInformation);
+            MsgBox(QStringLiteral("The current image is not a .GIF file, unable to animate..."),
+                   vbInformation);
             return;
         }
         FullViewFrm::ShowImageModal(m_document.currentFile(), true, this);
@@ -234,12 +244,14 @@ void MainViewFrm::connectCommands()
     handle("mnuDisplayProperties", [this] { showDisplaySettings(); });
     handle("mnuPrintImage", [this] {
         if (!m_document.hasImage()) {
-            MsgBox(QStringLiteral("An image has not been opened yet, unable to print..."), vbInformation);
+            MsgBox(QStringLiteral("An image has not been opened yet, unable to print..."),
+                   vbInformation);
             return;
         }
         QPrintDialog dialog(&printer(), this);
         if (dialog.exec() == QDialog::Accepted && !PrintImage(printer(), m_document.image()))
-            MsgBox(QStringLiteral("Unable to print the image, check the printer and try again..."), vbExclamation);
+            MsgBox(QStringLiteral("Unable to print the image, check the printer and try again..."),
+                   vbExclamation);
     });
     handle("mnuPref", [this] {
         frmPreferences dialog(this);
@@ -255,8 +267,9 @@ void MainViewFrm::connectCommands()
             MsgBox(QStringLiteral("There are no recent files to show..."), vbInformation);
             return;
         }
-        const std::optional<QString> chosen = CurrentPrompts().chooseItem(
-            AppTitle() + QStringLiteral(" - [More Recent Files]"), QStringLiteral("Select a file to open:"), files);
+        const std::optional<QString> chosen =
+            CurrentPrompts().chooseItem(AppTitle() + QStringLiteral(" - [More Recent Files]"),
+                                        QStringLiteral("Select a file to open:"), files);
         if (chosen && !chosen->isEmpty())
             openImage(*chosen);
     });
@@ -354,8 +367,10 @@ void MainViewFrm::prefetchNeighbours()
 
 void MainViewFrm::openDialog()
 {
-    const QString folder = m_document.currentFile().isEmpty() ? QString() : FolderOf(m_document.currentFile());
-    const QString path = CurrentPrompts().openFile(QStringLiteral("Open Image"), folder, OpenImageFilter());
+    const QString folder =
+        m_document.currentFile().isEmpty() ? QString() : FolderOf(m_document.currentFile());
+    const QString path =
+        CurrentPrompts().openFile(QStringLiteral("Open Image"), folder, OpenImageFilter());
     if (!path.isEmpty() && openImage(path) && CurrentSettings().ViewFullScreen)
         fullScreen();
 }
@@ -395,7 +410,8 @@ void MainViewFrm::paste()
     const QRect area = m_view->selection();
     if (m_document.hasImage() && !area.isEmpty()) {
         const bool stretch =
-            MsgBox(QStringLiteral("Stretch clipboard data to fit the selected area?"), vbYesNo + vbQuestion) == vbYes;
+            MsgBox(QStringLiteral("Stretch clipboard data to fit the selected area?"),
+                   vbYesNo + vbQuestion) == vbYes;
         m_document.edit(QStringLiteral("&Undo Paste"), [&](const QImage& i) {
             return EditResult{PasteInto(i, clip, area, stretch), {}};
         });
@@ -404,7 +420,8 @@ void MainViewFrm::paste()
     }
     if (!ConfirmDiscardChanges(m_document))
         return;
-    m_document.setImage(clip.convertToFormat(QImage::Format_RGB32), ImageDocument::UntitledName(), true);
+    m_document.setImage(clip.convertToFormat(QImage::Format_RGB32), ImageDocument::UntitledName(),
+                        true);
     showDocument();
 }
 
@@ -426,7 +443,8 @@ void MainViewFrm::browse(BrowseStep step)
 void MainViewFrm::fullScreen()
 {
     if (!m_document.hasImage()) {
-        MsgBox(QStringLiteral("An image has not been opened yet, unable to view full screen..."), vbInformation);
+        MsgBox(QStringLiteral("An image has not been opened yet, unable to view full screen..."),
+               vbInformation);
         return;
     }
     FullViewFrm view(this);
@@ -468,8 +486,12 @@ void MainViewFrm::runStartSequence()
     // editor and the thumbnails are subsystems of their own, not part of this window yet.
     const qint16 request = m_startRequest != 0 ? m_startRequest : CurrentSettings().StartupDialog;
     switch (request) {
-    case 1: showAbout(); break;
-    case 3: openDialog(); break;
+    case 1:
+        showAbout();
+        break;
+    case 3:
+        openDialog();
+        break;
     case 5: {
         auto* dialog = new frmLanguage(this);
         dialog->setAttribute(Qt::WA_DeleteOnClose);
@@ -491,7 +513,8 @@ void MainViewFrm::fitWindowToImage()
         return;
     const QSize frameExtra = size() - m_view->viewport()->size();
     const QSize available = screen->availableGeometry().size() * 9 / 10;
-    const QSize wanted = (m_document.image().size() + frameExtra).boundedTo(available).expandedTo(QSize(480, 360));
+    const QSize wanted =
+        (m_document.image().size() + frameExtra).boundedTo(available).expandedTo(QSize(480, 360));
     resize(wanted);
 }
 
@@ -515,8 +538,9 @@ void MainViewFrm::applyPreferences()
 void MainViewFrm::showDisplaySettings()
 {
     if (!OpenDisplaySettings())
-        MsgBox(QStringLiteral("No display settings program was found on this system, use your desktop's "
-                              "settings to change the number of colors..."),
+        MsgBox(QStringLiteral(
+                   "No display settings program was found on this system, use your desktop's "
+                   "settings to change the number of colors..."),
                vbInformation);
 }
 
@@ -540,8 +564,8 @@ void MainViewFrm::restoreGeometryFromSettings()
 {
     const Settings& s = CurrentSettings();
     if (s.SaveWindowSize && s.MainSizeX > 0 && s.MainSizeY > 0) {
-        QRect wanted(TwipsToPixels(s.MainPosX), TwipsToPixels(s.MainPosY), TwipsToPixels(s.MainSizeX),
-                     TwipsToPixels(s.MainSizeY));
+        QRect wanted(TwipsToPixels(s.MainPosX), TwipsToPixels(s.MainPosY),
+                     TwipsToPixels(s.MainSizeX), TwipsToPixels(s.MainSizeY));
         // Kept on a screen that is there now.
         if (const QScreen* screen = QGuiApplication::primaryScreen()) {
             const QRect area = screen->availableGeometry();
@@ -580,12 +604,16 @@ void MainViewFrm::applyBackground()
     if (!s.MainViewBackground.isEmpty()) {
         texture = LoadPicture(FullPathNoCase(s.MainViewBackground));
         if (texture.isNull())
-            MsgBox(QStringLiteral("Could not find the background texture specified for the Main Viewing Window.") +
-                       NewLine2() + QStringLiteral("Edit the \"Appearance\" settings found in \"Preferences\" to remove this message..."),
-                   vbInformation);
+            MsgBox(
+                QStringLiteral(
+                    "Could not find the background texture specified for the Main Viewing Window.") +
+                    NewLine2() +
+                    QStringLiteral(
+                        "Edit the \"Appearance\" settings found in \"Preferences\" to remove this message..."),
+                vbInformation);
     }
-    const QColor colour = s.BackgroundColor == 0 ? palette().color(QPalette::Dark)
-                                                 : FromVbColor(s.PreviewBackRGB);
+    const QColor colour =
+        s.BackgroundColor == 0 ? palette().color(QPalette::Dark) : FromVbColor(s.PreviewBackRGB);
     m_view->setBackground(colour, texture);
 }
 
@@ -610,17 +638,23 @@ void MainViewFrm::openRecent(int index)
 void MainViewFrm::exportImage(bool jpeg)
 {
     if (!m_document.hasImage()) {
-        MsgBox(QStringLiteral("An image has not been opened yet, nothing to save..."), vbInformation);
+        MsgBox(QStringLiteral("An image has not been opened yet, nothing to save..."),
+               vbInformation);
         return;
     }
-    const QString base = IsFullPath(m_document.currentFile()) ? m_document.currentFile() : QString();
-    const QString suggested = base.isEmpty() ? QString() : FolderOf(base) + QFileInfo(base).completeBaseName() + (jpeg ? QStringLiteral(".jpg") : QStringLiteral(".bmp"));
-    const QString target = CurrentPrompts().saveFile(jpeg ? QStringLiteral("Export as JPEG") : QStringLiteral("Save as Bitmap"), suggested,
-                                                     jpeg ? QStringLiteral("JPEG (*.jpg *.jpeg)") : QStringLiteral("Windows Bitmap (*.bmp)"));
+    const QString base =
+        IsFullPath(m_document.currentFile()) ? m_document.currentFile() : QString();
+    const QString suggested = base.isEmpty()
+                                  ? QString()
+                                  : FolderOf(base) + QFileInfo(base).completeBaseName() +
+                                        (jpeg ? QStringLiteral(".jpg") : QStringLiteral(".bmp"));
+    const QString target = CurrentPrompts().saveFile(
+        jpeg ? QStringLiteral("Export as JPEG") : QStringLiteral("Save as Bitmap"), suggested,
+        jpeg ? QStringLiteral("JPEG (*.jpg *.jpeg)") : QStringLiteral("Windows Bitmap (*.bmp)"));
     if (target.isEmpty())
         return;
-    const bool ok = jpeg ? SaveAsJpeg(m_document.imageChanged() ? QString() : base, m_document.image(), target,
-                                      CurrentSettings().QualityJPG)
+    const bool ok = jpeg ? SaveAsJpeg(m_document.imageChanged() ? QString() : base,
+                                      m_document.image(), target, CurrentSettings().QualityJPG)
                          : SaveBitmap(m_document.image(), target);
     if (!ok) {
         MsgBox(QStringLiteral("Unable to save the image as:") + NewLine2() + target + NewLine2() +
@@ -636,8 +670,9 @@ void MainViewFrm::importImage(bool pcx)
 {
     if (!ConfirmDiscardChanges(m_document))
         return;
-    const QString path = CurrentPrompts().openFile(pcx ? QStringLiteral("Import PCX Image File") : QStringLiteral("Import TGA Image File"),
-                                                   QString(), pcx ? QStringLiteral("PCX Image (*.pcx)") : QStringLiteral("TGA Image (*.tga)"));
+    const QString path = CurrentPrompts().openFile(
+        pcx ? QStringLiteral("Import PCX Image File") : QStringLiteral("Import TGA Image File"),
+        QString(), pcx ? QStringLiteral("PCX Image (*.pcx)") : QStringLiteral("TGA Image (*.tga)"));
     if (path.isEmpty())
         return;
     const QImage image = ImportPicture(path);
@@ -648,7 +683,8 @@ void MainViewFrm::importImage(bool pcx)
         return;
     }
     SaveBitmap(image, UntitledImagePath());
-    m_document.setImage(image.convertToFormat(QImage::Format_RGB32), UntitledImagePath(), true, FileNameOf(path));
+    m_document.setImage(image.convertToFormat(QImage::Format_RGB32), UntitledImagePath(), true,
+                        FileNameOf(path));
     showDocument();
 }
 
@@ -674,11 +710,14 @@ void MainViewFrm::showAbout()
     about->setWindowTitle(AppTitle() + QStringLiteral(" - [About]"));
     auto* picture = new QLabel(about);
     picture->setPixmap(KavoriPixmap(96));
-    auto* title = new QLabel(QStringLiteral("<b style='font-size:18pt'>Kavori</b><br>Version 3.0"), about);
-    QString text = QStringLiteral("An image viewer and slide show program: view pictures one at a time or "
-                                  "full screen, organise them, and make slide shows and screen savers.");
+    auto* title =
+        new QLabel(QStringLiteral("<b style='font-size:18pt'>Kavori</b><br>Version 3.0"), about);
+    QString text =
+        QStringLiteral("An image viewer and slide show program: view pictures one at a time or "
+                       "full screen, organise them, and make slide shows and screen savers.");
     if (!pack.BonusPackName.isEmpty())
-        text += QStringLiteral("<br><br>With ") + pack.BonusPackName + u' ' + pack.BonusPackEdition + u'!';
+        text += QStringLiteral("<br><br>With ") + pack.BonusPackName + u' ' +
+                pack.BonusPackEdition + u'!';
     auto* body = new QLabel(text, about);
     body->setObjectName(QStringLiteral("lblAbout"));
     body->setWordWrap(true);
@@ -710,7 +749,9 @@ void MainViewFrm::dropFile(const QString& path)
     case DropRequest::PlayShow:
         ReadSlideShow(r.path);
         if (CurrentShow().slides.isEmpty())
-            MsgBox(QStringLiteral("This slide show file does not contain any images, nothing to show..."), vbInformation);
+            MsgBox(QStringLiteral(
+                       "This slide show file does not contain any images, nothing to show..."),
+                   vbInformation);
         else
             RunSlideShowMode();
         break;
@@ -741,9 +782,10 @@ void MainViewFrm::closeEvent(QCloseEvent* event)
     const Settings& s = CurrentSettings();
     if (s.ClearClipboard && !QApplication::clipboard()->image().isNull()) {
         // No clears the clipboard; Yes leaves the picture for other programs.
-        if (MsgBox(QStringLiteral("There is an image on the clipboard.") + NewLine2() +
-                       QStringLiteral("Do you want this data to be available to other applications?"),
-                   vbYesNo + vbQuestion) == vbNo)
+        if (MsgBox(
+                QStringLiteral("There is an image on the clipboard.") + NewLine2() +
+                    QStringLiteral("Do you want this data to be available to other applications?"),
+                vbYesNo + vbQuestion) == vbNo)
             QApplication::clipboard()->clear();
     }
     saveWindowState();

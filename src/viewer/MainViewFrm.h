@@ -67,7 +67,8 @@ private:
     void prefetchNeighbours();
     void connectCommands();
     void showDocument();
-    void runEdit(const QString& undoCaption, const std::function<EditResult(const QImage&)>& command);
+    void runEdit(const QString& undoCaption,
+                 const std::function<EditResult(const QImage&)>& command);
     void browse(BrowseStep step);
     void openDialog();
     void paste();

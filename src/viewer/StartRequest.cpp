@@ -9,8 +9,9 @@ StartRequestResult ParseStartRequest(const QString& commandLine)
     if (word.isEmpty())
         return r;
     if (word == QLatin1String("?") || word == QLatin1String("HELP") || word == QLatin1String("H")) {
-        r.message = QStringLiteral("Start the program normally (don't pass command line parameters) "
-                                   "and press the F1 key to view help on this product...");
+        r.message =
+            QStringLiteral("Start the program normally (don't pass command line parameters) "
+                           "and press the F1 key to view help on this product...");
         r.endProgram = true;
     } else if (word == QLatin1String("ABOUT") || word == QLatin1String("A")) {
         r.request = 1;

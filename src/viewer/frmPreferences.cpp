@@ -42,13 +42,17 @@ const Group kGroups[] = {
       {"ClickScreenOpen", &Settings::ClickScreenOpen, "A &click on the image area opens a file"},
       {"DisplayLastOpened", &Settings::DisplayLastOpened, "Reopen the &last image at start"}}},
     {"Command line and files",
-     {{"StartFullScreen", &Settings::StartFullScreen, "Images named on the command line open full scree&n"},
+     {{"StartFullScreen", &Settings::StartFullScreen,
+       "Images named on the command line open full scree&n"},
       {"CmdLineExit", &Settings::CmdLineExit, "...and the program ends when they clos&e"},
-      {"CmdLineAnimate", &Settings::CmdLineAnimate, "Animate GIF &89a images from the command line"},
+      {"CmdLineAnimate", &Settings::CmdLineAnimate,
+       "Animate GIF &89a images from the command line"},
       {"KeepRecent", &Settings::KeepRecent, "Keep the list of &recent files"},
-      {"UseRecentDocuments", &Settings::UseRecentDocuments, "Add opened files to the desktop's recent &documents"},
+      {"UseRecentDocuments", &Settings::UseRecentDocuments,
+       "Add opened files to the desktop's recent &documents"},
       {"DeleteUntitled", &Settings::DeleteUntitled, "Delete the temporary &untitled image on exit"},
-      {"ClearClipboard", &Settings::ClearClipboard, "Ask about an image left on the clip&board at exit"}}},
+      {"ClearClipboard", &Settings::ClearClipboard,
+       "Ask about an image left on the clip&board at exit"}}},
 };
 
 } // namespace
@@ -74,7 +78,8 @@ frmPreferences::frmPreferences(QWidget* parent) : QDialog(parent)
     m_startup = new QComboBox(this);
     m_startup->setObjectName(QStringLiteral("cboStartupDialog"));
     m_startup->addItems({QStringLiteral("Nothing"), QStringLiteral("The about box"),
-                         QStringLiteral("The slide show editor"), QStringLiteral("The Open Image dialog"),
+                         QStringLiteral("The slide show editor"),
+                         QStringLiteral("The Open Image dialog"),
                          QStringLiteral("The thumbnail browser")});
     m_startup->setCurrentIndex(qBound(0, int(s.StartupDialog), 4));
     auto* form = new QFormLayout;

@@ -21,12 +21,16 @@ const QString kKey = QStringLiteral("Show Tips at Startup");
 QStringList frmTip::Tips()
 {
     return {
-        QStringLiteral("Drop a picture on the main window to open it, or a slide show file to play it."),
+        QStringLiteral(
+            "Drop a picture on the main window to open it, or a slide show file to play it."),
         QStringLiteral("Page Up and Page Down step through the pictures of the current folder."),
         QStringLiteral("Every size, rotate and flip command can be undone once with Ctrl+Z."),
-        QStringLiteral("F11 shows the current picture full screen; any key or click brings you back."),
-        QStringLiteral("PCX and TGA pictures are imported from the File menu and can then be saved as bitmaps or JPEG files."),
-        QStringLiteral("Select an area with the mouse, then Crop to Selection keeps just that part."),
+        QStringLiteral(
+            "F11 shows the current picture full screen; any key or click brings you back."),
+        QStringLiteral(
+            "PCX and TGA pictures are imported from the File menu and can then be saved as bitmaps or JPEG files."),
+        QStringLiteral(
+            "Select an area with the mouse, then Crop to Selection keeps just that part."),
         QStringLiteral("Paste with an area selected to put the clipboard's picture into it."),
     };
 }
@@ -48,10 +52,12 @@ frmTip::frmTip(QWidget* parent) : QDialog(parent)
     m_startup = new QCheckBox(QStringLiteral("&Show tips at startup"), this);
     m_startup->setObjectName(QStringLiteral("chkLoadTipsAtStartup"));
     m_startup->setChecked(ShowAtStartup());
-    connect(m_startup, &QCheckBox::toggled, this,
-            [](bool on) { SaveSetting(kSection, kKey, on ? QStringLiteral("1") : QStringLiteral("0")); });
+    connect(m_startup, &QCheckBox::toggled, this, [](bool on) {
+        SaveSetting(kSection, kKey, on ? QStringLiteral("1") : QStringLiteral("0"));
+    });
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, this);
-    QPushButton* next = buttons->addButton(QStringLiteral("&Next Tip"), QDialogButtonBox::ActionRole);
+    QPushButton* next =
+        buttons->addButton(QStringLiteral("&Next Tip"), QDialogButtonBox::ActionRole);
     next->setObjectName(QStringLiteral("cmdNextTip"));
     connect(next, &QPushButton::clicked, this, [this] { showTip(m_index + 1); });
     connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);

@@ -12,7 +12,8 @@ namespace kavori::test {
 QByteArray RleBitmap(bool rle4);
 // A 2 x 2 top-down 24-bit bitmap: top row red, bottom row blue.
 QByteArray TopDownBitmap();
-// An animated (two frames) or still 2 x 2 GIF; the signature as given ("GIF89a", "gif89a", "GIF87a").
+// An animated (two frames) or still 2 x 2 GIF; the signature as given ("GIF89a", "gif89a",
+// "GIF87a").
 QByteArray Gif(const QByteArray& signature, bool twoFrames);
 // An icon (or cursor) holding a 16 x 16 red and a 32 x 32 blue picture.
 QByteArray IconFile(bool cursor);

@@ -19,21 +19,26 @@ protected:
 
 TEST_F(ImageLoadingTest, TypesAreToldByExtension)
 {
-    for (const char* name : {"a.bmp", "a.DIB", "a.rle", "a.jpg", "a.JIF", "a.jpe", "a.jpeg", "A.JPEG",
-                             "a.gif", "a.wmf", "a.emf", "a.ico", "a.CUR"})
+    for (const char* name : {"a.bmp", "a.DIB", "a.rle", "a.jpg", "a.JIF", "a.jpe", "a.jpeg",
+                             "A.JPEG", "a.gif", "a.wmf", "a.emf", "a.ico", "a.CUR"})
         EXPECT_TRUE(IsImageFile(QString::fromLatin1(name))) << name;
     for (const char* name : {"a.tif", "a.tiff", "a.png", "a.pcx", "a.tga", "jpeg", "a.jpg.txt", ""})
         EXPECT_FALSE(IsImageFile(QString::fromLatin1(name))) << name;
     EXPECT_TRUE(IsImportFile(QStringLiteral("x.PCX")));
     EXPECT_TRUE(IsImportFile(QStringLiteral("x.tga")));
 
-    EXPECT_EQ(DescribeFileType(QStringLiteral("a.jpe")).description, "JPEG (.JPG, .JIF, .JPE or .JPEG)");
-    EXPECT_EQ(DescribeFileType(QStringLiteral("a.rle")).description, "RLE4 or RLE8 Compressed Bitmap (.RLE)");
-    EXPECT_EQ(DescribeFileType(QStringLiteral("a.aiff")).description, "Wave Sound (.AU, .SND, .AIF, .AIFF, .AIFC)");
+    EXPECT_EQ(DescribeFileType(QStringLiteral("a.jpe")).description,
+              "JPEG (.JPG, .JIF, .JPE or .JPEG)");
+    EXPECT_EQ(DescribeFileType(QStringLiteral("a.rle")).description,
+              "RLE4 or RLE8 Compressed Bitmap (.RLE)");
+    EXPECT_EQ(DescribeFileType(QStringLiteral("a.aiff")).description,
+              "Wave Sound (.AU, .SND, .AIF, .AIFF, .AIFC)");
     EXPECT_EQ(DescribeFileType(QStringLiteral("a.mpe")).description, "Active Movie (.MPE)");
     EXPECT_EQ(DescribeFileType(QStringLiteral("a.MPEG")).description, "Active Movie (.MPEG)");
-    EXPECT_EQ(DescribeFileType(QStringLiteral("a.qt")).description, "Apple Quicktime (.MOV or .QT)");
-    EXPECT_EQ(DescribeFileType(QStringLiteral("a.rmi")).description, "MIDI Sequence (.MID or .RMI)");
+    EXPECT_EQ(DescribeFileType(QStringLiteral("a.qt")).description,
+              "Apple Quicktime (.MOV or .QT)");
+    EXPECT_EQ(DescribeFileType(QStringLiteral("a.rmi")).description,
+              "MIDI Sequence (.MID or .RMI)");
     EXPECT_TRUE(IsSoundFile(QStringLiteral("x.mp3")));
     EXPECT_TRUE(IsMovieFile(QStringLiteral("x.avi")));
     EXPECT_FALSE(IsMovieFile(QStringLiteral("x.mp3")));
@@ -70,8 +75,9 @@ TEST_F(ImageLoadingTest, EveryPictureTypeLoads)
     // Bitmaps of every depth Qt writes, and JPEG under all its names.
     QImage source(64, 48, QImage::Format_RGB32);
     source.fill(qRgb(200, 40, 40));
-    for (QImage::Format format : {QImage::Format_Mono, QImage::Format_Indexed8, QImage::Format_RGB16,
-                                  QImage::Format_RGB888, QImage::Format_ARGB32}) {
+    for (QImage::Format format :
+         {QImage::Format_Mono, QImage::Format_Indexed8, QImage::Format_RGB16, QImage::Format_RGB888,
+          QImage::Format_ARGB32}) {
         const QString path = root() + QStringLiteral("depth%1.bmp").arg(int(format));
         source.convertToFormat(format).save(path, "BMP");
         EXPECT_EQ(LoadPicture(path).size(), QSize(64, 48)) << int(format);
@@ -92,7 +98,8 @@ TEST_F(ImageLoadingTest, EveryPictureTypeLoads)
 
     // Icons and cursors: the largest picture.
     for (bool cursor : {false, true}) {
-        const QImage icon = LoadPicture(writeFile(cursor ? QStringLiteral("i.cur") : QStringLiteral("i.ico"), IconFile(cursor)));
+        const QImage icon = LoadPicture(writeFile(
+            cursor ? QStringLiteral("i.cur") : QStringLiteral("i.ico"), IconFile(cursor)));
         ASSERT_EQ(icon.size(), QSize(32, 32)) << cursor;
         EXPECT_EQ(at(icon, 16, 16), QColor(Qt::blue));
     }
@@ -173,13 +180,20 @@ TEST_F(ImageLoadingTest, DamagedFilesFailCleanly)
         image.save(&buffer, "JPEG");
     }
     const QList<Sample> samples = {
-        {"a.rle", RleBitmap(false), false}, {"b.bmp", RleBitmap(true), false},
-        {"c.dib", TopDownBitmap(), false},  {"d.jpg", jpeg, false},
-        {"e.gif", Gif("GIF89a", true), false}, {"f.ico", IconFile(false), false},
-        {"g.cur", IconFile(true), false},   {"h.wmf", RedWmf(), false},
-        {"i.emf", RedEmf(), false},         {"j.pcx", Pcx("8bit"), true},
-        {"k.pcx", Pcx("planar16"), true},   {"l.tga", Tga("mapped"), true},
-        {"m.tga", Tga("rle24"), true},      {"n.tga", Tga("rle32"), true},
+        {"a.rle", RleBitmap(false), false},
+        {"b.bmp", RleBitmap(true), false},
+        {"c.dib", TopDownBitmap(), false},
+        {"d.jpg", jpeg, false},
+        {"e.gif", Gif("GIF89a", true), false},
+        {"f.ico", IconFile(false), false},
+        {"g.cur", IconFile(true), false},
+        {"h.wmf", RedWmf(), false},
+        {"i.emf", RedEmf(), false},
+        {"j.pcx", Pcx("8bit"), true},
+        {"k.pcx", Pcx("planar16"), true},
+        {"l.tga", Tga("mapped"), true},
+        {"m.tga", Tga("rle24"), true},
+        {"n.tga", Tga("rle32"), true},
     };
     for (const Sample& s : samples) {
         const QString path = root() + QString::fromLatin1(s.name);
@@ -188,7 +202,8 @@ TEST_F(ImageLoadingTest, DamagedFilesFailCleanly)
             return s.import ? ImportPicture(path) : LoadPicture(path);
         };
         ASSERT_FALSE(load(s.bytes).isNull()) << s.name;
-        for (qsizetype cut : {qsizetype(0), qsizetype(1), qsizetype(10), s.bytes.size() / 2, s.bytes.size() - 1}) {
+        for (qsizetype cut :
+             {qsizetype(0), qsizetype(1), qsizetype(10), s.bytes.size() / 2, s.bytes.size() - 1}) {
             const QImage image = load(s.bytes.left(cut));
             if (s.import && cut < s.bytes.size() - 769) { // runs of pixel data are missing
                 EXPECT_TRUE(image.isNull()) << s.name << " cut at " << cut;
@@ -205,10 +220,16 @@ TEST_F(ImageLoadingTest, DamagedFilesFailCleanly)
     }
     // Sizes that no real picture has are refused before any memory is taken.
     QByteArray huge = Tga("rle24");
-    huge[12] = char(0xff); huge[13] = char(0xff); huge[14] = char(0xff); huge[15] = char(0xff);
+    huge[12] = char(0xff);
+    huge[13] = char(0xff);
+    huge[14] = char(0xff);
+    huge[15] = char(0xff);
     EXPECT_TRUE(DecodeTga(huge).isNull());
     QByteArray wide = Pcx("8bit");
-    wide[8] = char(0xff); wide[9] = char(0xff); wide[10] = char(0xff); wide[11] = char(0xff);
+    wide[8] = char(0xff);
+    wide[9] = char(0xff);
+    wide[10] = char(0xff);
+    wide[11] = char(0xff);
     EXPECT_TRUE(DecodePcx(wide).isNull());
     EXPECT_TRUE(LoadPicture(root() + QStringLiteral("missing.bmp")).isNull());
     EXPECT_TRUE(LoadPicture(root()).isNull());

@@ -1,7 +1,7 @@
-#include "imaging/FileInfo.h"
 #include "imaging/ImageSaving.h"
-#include "imaging/PictureLoader.h"
 #include "ImageFiles.h"
+#include "imaging/FileInfo.h"
+#include "imaging/PictureLoader.h"
 #include "runtime/MsgBox.h"
 #include "support/KavoriTest.h"
 
@@ -55,11 +55,15 @@ TEST_F(ImageSavingTest, InformationTexts)
     FileInfoResult r = FileInformation(QString());
     EXPECT_EQ(r.refusal, "A file has not been specified, unable to show information...");
     r = FileInformation(QStringLiteral("bare.jpg"), true);
-    EXPECT_EQ(r.refusal, "A file has not been specified.\r\n\r\nClick the Browse button and/or specify a file and then try again...");
+    EXPECT_EQ(
+        r.refusal,
+        "A file has not been specified.\r\n\r\nClick the Browse button and/or specify a file and then try again...");
     r = FileInformation(root() + QStringLiteral("missing.jpg"));
     EXPECT_EQ(r.refusal, "The specified file could not be found, unable to show information...");
     r = FileInformation(writeFile(QStringLiteral("notes.xyz"), "x"));
-    EXPECT_EQ(r.refusal, "The filename that was specified is not a supported file type, unable to show information...");
+    EXPECT_EQ(
+        r.refusal,
+        "The filename that was specified is not a supported file type, unable to show information...");
 
     QImage image(1234, 56, QImage::Format_RGB32);
     image.fill(Qt::gray);
@@ -70,7 +74,9 @@ TEST_F(ImageSavingTest, InformationTexts)
     EXPECT_EQ(r.caption, "Image Information");
     ASSERT_GE(r.lines.size(), 3);
     EXPECT_EQ(r.lines[0], "Wide.bmp");
-    EXPECT_EQ(r.lines[1], QStringLiteral("%1 bytes").arg(QLocale(QLocale::English).toString(QFileInfo(bmp).size())));
+    EXPECT_EQ(
+        r.lines[1],
+        QStringLiteral("%1 bytes").arg(QLocale(QLocale::English).toString(QFileInfo(bmp).size())));
     EXPECT_EQ(r.lines[2], "Windows Bitmap (.BMP)  (1234x56 pixels)");
 
     const QString gif = writeFile(QStringLiteral("a.gif"), Gif("GIF89a", false));

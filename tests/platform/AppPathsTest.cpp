@@ -55,10 +55,12 @@ TEST_F(AppPathsTest, OwnedNamesAreFoundWithoutRegardToCase)
     QDir().mkpath(root() + QStringLiteral("app/bonus/textures"));
     const QString app = root() + QStringLiteral("app");
     EXPECT_EQ(PathNoCase(app, QStringLiteral("Slides")), app + QStringLiteral("/SLIDES"));
-    EXPECT_EQ(PathNoCase(app, QStringLiteral("slides/demo/")), app + QStringLiteral("/SLIDES/Demo/"));
+    EXPECT_EQ(PathNoCase(app, QStringLiteral("slides/demo/")),
+              app + QStringLiteral("/SLIDES/Demo/"));
     EXPECT_EQ(PathNoCase(app, QStringLiteral("Bonus/Textures/wood.bmp")),
               app + QStringLiteral("/bonus/textures/wood.bmp"));
-    EXPECT_EQ(FullPathNoCase((app + QStringLiteral("/slides/demo")).toUpper()), app + QStringLiteral("/SLIDES/Demo"));
+    EXPECT_EQ(FullPathNoCase((app + QStringLiteral("/slides/demo")).toUpper()),
+              app + QStringLiteral("/SLIDES/Demo"));
     EXPECT_EQ(FullPathNoCase(QStringLiteral("relative/x")), "relative/x");
     // What does not exist is appended as given.
     EXPECT_EQ(PathNoCase(app + QStringLiteral("/"), QStringLiteral("Missing/File.txt")),

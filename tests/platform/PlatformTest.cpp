@@ -15,9 +15,9 @@ class PlatformTest : public kavori::test::KavoriTest {};
 
 TEST_F(PlatformTest, UserSettingsKeepValuesPerSectionAndUser)
 {
-    EXPECT_EQ(GetSetting(QStringLiteral("Settings"), QStringLiteral("ProgramRun"),
-                         QStringLiteral("0")),
-              "0");
+    EXPECT_EQ(
+        GetSetting(QStringLiteral("Settings"), QStringLiteral("ProgramRun"), QStringLiteral("0")),
+        "0");
     SaveSetting(QStringLiteral("Settings"), QStringLiteral("ProgramRun"), QStringLiteral("1"));
     SaveSetting(QStringLiteral("Runtime"), QStringLiteral("EXEPath"), QStringLiteral("/opt/k/"));
     EXPECT_EQ(GetSetting(QStringLiteral("Settings"), QStringLiteral("ProgramRun")), "1");
@@ -69,21 +69,23 @@ TEST_F(PlatformTest, DisplayDepthSoundDevicesClockAndHelp)
     EXPECT_GE(b, a);
 
     EXPECT_EQ(HelpPagePath(), home() + QStringLiteral("Help/index.html"));
-    EXPECT_EQ(HelpPagePath(QStringLiteral("no-such-topic")), home() + QStringLiteral("Help/index.html"));
+    EXPECT_EQ(HelpPagePath(QStringLiteral("no-such-topic")),
+              home() + QStringLiteral("Help/index.html"));
 }
 
 TEST_F(PlatformTest, RecentDocumentsKeepOtherProgramsEntries)
 {
     const QString list = RecentDocumentsPath();
     EXPECT_EQ(list, root() + QStringLiteral("home/.local/share/recently-used.xbel"));
-    writeFile(list,
-              "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-              "<xbel version=\"1.0\" xmlns:bookmark=\"http://www.freedesktop.org/standards/desktop-bookmarks\" "
-              "xmlns:mime=\"http://www.freedesktop.org/standards/shared-mime-info\">\n"
-              "<bookmark href=\"file:///docs/letter.txt\" added=\"2026-01-01T00:00:00Z\"><info><metadata "
-              "owner=\"http://freedesktop.org\"><mime:mime-type type=\"text/plain\"/><bookmark:applications>"
-              "<bookmark:application name=\"gedit\" exec=\"'gedit %u'\" count=\"3\"/></bookmark:applications>"
-              "</metadata></info></bookmark>\n</xbel>\n");
+    writeFile(
+        list,
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+        "<xbel version=\"1.0\" xmlns:bookmark=\"http://www.freedesktop.org/standards/desktop-bookmarks\" "
+        "xmlns:mime=\"http://www.freedesktop.org/standards/shared-mime-info\">\n"
+        "<bookmark href=\"file:///docs/letter.txt\" added=\"2026-01-01T00:00:00Z\"><info><metadata "
+        "owner=\"http://freedesktop.org\"><mime:mime-type type=\"text/plain\"/><bookmark:applications>"
+        "<bookmark:application name=\"gedit\" exec=\"'gedit %u'\" count=\"3\"/></bookmark:applications>"
+        "</metadata></info></bookmark>\n</xbel>\n");
     const QString picture = writeFile(QStringLiteral("my pics/a b.jpg"), "x");
     ASSERT_TRUE(AddToRecentDocuments(picture));
     ASSERT_TRUE(AddToRecentDocuments(picture));

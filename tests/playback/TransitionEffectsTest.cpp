@@ -1,6 +1,6 @@
+#include "playback/TransitionEffects.h"
 #include "playback/TransitionCanvas.h"
 #include "playback/TransitionEngine.h"
-#include "playback/TransitionEffects.h"
 #include "settings/Settings.h"
 #include "support/KavoriTest.h"
 
@@ -157,7 +157,8 @@ TEST_F(TransitionEffectsTest, BlocksVenetianDiagonalDiamondAndRandom)
     const RecordingCanvas rnd = runEffect(57, QSize(640, 480));
     int expected = 0;
     for (int size = 60, pass = 0; pass < 8; ++pass, size *= 2) {
-        const int cols = int(std::nearbyint(640.0 / size)), rows = int(std::nearbyint(480.0 / size));
+        const int cols = int(std::nearbyint(640.0 / size)),
+                  rows = int(std::nearbyint(480.0 / size));
         expected += int(std::floor(1.5 * (cols + 1) * (rows + 1))) + 1;
     }
     EXPECT_EQ(rnd.pauses(), expected);
@@ -167,7 +168,8 @@ TEST_F(TransitionEffectsTest, BlocksVenetianDiagonalDiamondAndRandom)
 
 TEST_F(TransitionEffectsTest, EveryEffectCoversThePictureByItsLastStep)
 {
-    for (const QSize size : {QSize(640, 480), QSize(333, 217), QSize(160, 120), QSize(1920, 1080)}) {
+    for (const QSize size :
+         {QSize(640, 480), QSize(333, 217), QSize(160, 120), QSize(1920, 1080)}) {
         for (int n = 2; n < kTransitionCount; ++n) {
             if (n == 53 || n >= 55)
                 continue; // the final copy completes Diamond In and the random blocks

@@ -1,5 +1,5 @@
-#include "playback/TransitionCanvas.h"
 #include "playback/TransitionEngine.h"
+#include "playback/TransitionCanvas.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Random.h"
 #include "settings/Settings.h"
@@ -82,8 +82,8 @@ TEST_F(TransitionEngineTest, SizeClassesAndSpeedScaling)
     EXPECT_EQ(ScaledPauseCount(100, 2), 201);
     EXPECT_EQ(ScaledPauseCount(100, 4), 51);
     EXPECT_EQ(ScaledPauseCount(100, 5), 26);
-    EXPECT_EQ(ScaledPauseCount(20, 6), 3);   // 2.5 rounds to 2: three passes
-    EXPECT_EQ(ScaledPauseCount(60, 6), 9);   // 7.5 rounds to 8
+    EXPECT_EQ(ScaledPauseCount(20, 6), 3);    // 2.5 rounds to 2: three passes
+    EXPECT_EQ(ScaledPauseCount(60, 6), 9);    // 7.5 rounds to 8
     EXPECT_EQ(ScaledPauseCount(6000, 0), -1); // 48,000 overflows 16 bits
     EXPECT_EQ(ScaledPauseCount(4095, 0), 32761);
     EXPECT_EQ(ScaledPauseCount(4096, 0), -1);
@@ -105,8 +105,9 @@ TEST_F(TransitionEngineTest, DispatcherCompletesRefusesAndStops)
         ASSERT_EQ(c.ops.size(), 1);
         EXPECT_EQ(c.ops[0].rect, QRect(0, 0, 320, 200));
     }
-    EXPECT_EQ(prompts().texts(), QStringList({"Unexpected error, an invalid transition number was processed...",
-                                              "Unexpected error, an invalid transition number was processed..."}));
+    EXPECT_EQ(prompts().texts(),
+              QStringList({"Unexpected error, an invalid transition number was processed...",
+                           "Unexpected error, an invalid transition number was processed..."}));
     EXPECT_EQ(prompts().calls[0].style, vbInformation);
 
     // 256 colours: no animation.

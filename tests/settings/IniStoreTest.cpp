@@ -21,23 +21,22 @@ protected:
 
 TEST_F(IniStoreTest, RealisticFileLoadsChangesAndSavesToExactBytes)
 {
-    const QByteArray original =
-        "Orphan=before any section\r\n"
-        "; Kavori settings\r\n"
-        "[Viewer]\r\n"
-        "   QualityJPG=9   \r\n"
-        "SlideInterval =7\r\n"
-        "Recent1=/pictures/a,b.jpg\r\n"
-        "\r\n"
-        "\r\n"
-        "SoundFile=\r\n"
-        "; a comment inside the section\r\n"
-        "[Package]\r\n"
-        "PackageName=\"Holiday, 2026\"\r\n"
-        "[Viewer]\r\n"
-        "QualityJPG=3\r\n"
-        "[viewer]\r\n"
-        "Lower=1";
+    const QByteArray original = "Orphan=before any section\r\n"
+                                "; Kavori settings\r\n"
+                                "[Viewer]\r\n"
+                                "   QualityJPG=9   \r\n"
+                                "SlideInterval =7\r\n"
+                                "Recent1=/pictures/a,b.jpg\r\n"
+                                "\r\n"
+                                "\r\n"
+                                "SoundFile=\r\n"
+                                "; a comment inside the section\r\n"
+                                "[Package]\r\n"
+                                "PackageName=\"Holiday, 2026\"\r\n"
+                                "[Viewer]\r\n"
+                                "QualityJPG=3\r\n"
+                                "[viewer]\r\n"
+                                "Lower=1";
     const QString path = writeFile(QStringLiteral("KAVORI.INI"), original);
     LoadIniFile(path);
 
@@ -67,38 +66,39 @@ TEST_F(IniStoreTest, RealisticFileLoadsChangesAndSavesToExactBytes)
     ASSERT_TRUE(SaveIniFile(path));
     EXPECT_EQ(IniLineCount(), 0);
 
-    const QByteArray expected =
-        "Orphan=before any section\r\n"
-        "; Kavori settings\r\n"
-        "\r\n"
-        "[Viewer]\r\n"
-        "QualityJPG=10\r\n"
-        "SlideInterval =7\r\n"
-        "Recent1=/pictures/a\r\n"
-        "b.jpg\r\n"
-        "SoundFile=\r\n"
-        "; a comment inside the section\r\n"
-        "NewKey=x\r\n"
-        "\r\n"
-        "[Package]\r\n"
-        "PackageName=\"Holiday\r\n"
-        "2026\"\r\n"
-        "PackageSize=1.44\r\n"
-        "\r\n"
-        "[Viewer]\r\n"
-        "QualityJPG=3\r\n"
-        "\r\n"
-        "[viewer]\r\n"
-        "Lower=1\r\n"
-        "\r\n"
-        "[Fresh]\r\n"
-        "Key=v\r\n";
-    EXPECT_EQ(QString::fromUtf8(readFile(path)).toStdString(), QString::fromUtf8(expected).toStdString());
+    const QByteArray expected = "Orphan=before any section\r\n"
+                                "; Kavori settings\r\n"
+                                "\r\n"
+                                "[Viewer]\r\n"
+                                "QualityJPG=10\r\n"
+                                "SlideInterval =7\r\n"
+                                "Recent1=/pictures/a\r\n"
+                                "b.jpg\r\n"
+                                "SoundFile=\r\n"
+                                "; a comment inside the section\r\n"
+                                "NewKey=x\r\n"
+                                "\r\n"
+                                "[Package]\r\n"
+                                "PackageName=\"Holiday\r\n"
+                                "2026\"\r\n"
+                                "PackageSize=1.44\r\n"
+                                "\r\n"
+                                "[Viewer]\r\n"
+                                "QualityJPG=3\r\n"
+                                "\r\n"
+                                "[viewer]\r\n"
+                                "Lower=1\r\n"
+                                "\r\n"
+                                "[Fresh]\r\n"
+                                "Key=v\r\n";
+    EXPECT_EQ(QString::fromUtf8(readFile(path)).toStdString(),
+              QString::fromUtf8(expected).toStdString());
 
     // A normalised file loads and saves back unchanged.
     LoadIniFile(path);
     ASSERT_TRUE(SaveIniFile(path));
-    EXPECT_EQ(QString::fromUtf8(readFile(path)).toStdString(), QString::fromUtf8(expected).toStdString());
+    EXPECT_EQ(QString::fromUtf8(readFile(path)).toStdString(),
+              QString::fromUtf8(expected).toStdString());
 }
 
 TEST_F(IniStoreTest, LimitsOfLinesAndLength)
@@ -124,17 +124,19 @@ TEST_F(IniStoreTest, LimitsOfLinesAndLength)
     // 1,000 lines leave room for one more section of two lines: 1,002 at the most.
     ClearIni();
     for (int i = 0; i < 1000; ++i)
-        SetIniValue(QStringLiteral("S"), QStringLiteral("K") + QString::number(i), QStringLiteral("v"));
+        SetIniValue(QStringLiteral("S"), QStringLiteral("K") + QString::number(i),
+                    QStringLiteral("v"));
     EXPECT_EQ(IniLineCount(), 1001);
     ClearIni();
     for (int i = 0; i < 999; ++i)
-        SetIniValue(QStringLiteral("S"), QStringLiteral("K") + QString::number(i), QStringLiteral("v"));
+        SetIniValue(QStringLiteral("S"), QStringLiteral("K") + QString::number(i),
+                    QStringLiteral("v"));
     SetIniValue(QStringLiteral("T"), QStringLiteral("K"), QStringLiteral("v"));
     EXPECT_EQ(IniLineCount(), 1002);
 
     // A line of 100,000 characters is cut to 500.
-    const QString longPath =
-        writeFile(QStringLiteral("long.ini"), "[A]\r\nK=" + QByteArray(100000, 'x') + "\r\nL=1\r\n");
+    const QString longPath = writeFile(QStringLiteral("long.ini"),
+                                       "[A]\r\nK=" + QByteArray(100000, 'x') + "\r\nL=1\r\n");
     LoadIniFile(longPath);
     EXPECT_EQ(GetIniValue(QStringLiteral("A"), QStringLiteral("K")).size(), 498);
     EXPECT_EQ(GetIniValue(QStringLiteral("A"), QStringLiteral("L")), "1");

@@ -1,6 +1,6 @@
+#include "settings/Languages.h"
 #include "platform/AppPaths.h"
 #include "runtime/MsgBox.h"
-#include "settings/Languages.h"
 #include "settings/frmLanguage.h"
 #include "slideshow/BonusPack.h"
 #include "support/KavoriTest.h"
@@ -12,7 +12,10 @@ using namespace kavori;
 
 class LanguagesTest : public kavori::test::KavoriTest {
 protected:
-    void writeLangFile(const QByteArray& bytes) { writeFile(home() + QStringLiteral("LangFile.DAT"), bytes); }
+    void writeLangFile(const QByteArray& bytes)
+    {
+        writeFile(home() + QStringLiteral("LangFile.DAT"), bytes);
+    }
 };
 
 TEST_F(LanguagesTest, ReadingTheListOfLanguages)
@@ -66,9 +69,11 @@ TEST_F(LanguagesTest, SavingWarnsOnceAndDropsMissingPrograms)
     CurrentLanguages().LangCurrent = 1;
     SaveLanguages();
     ASSERT_EQ(prompts().calls.size(), 1);
-    EXPECT_EQ(prompts().calls[0].text,
-              "At least one of your installed language files could not be found and will need to be "
-              "re-installed:\r\n\r\n" + home() + "KAVFR.EXE");
+    EXPECT_EQ(
+        prompts().calls[0].text,
+        "At least one of your installed language files could not be found and will need to be "
+        "re-installed:\r\n\r\n" +
+            home() + "KAVFR.EXE");
     EXPECT_EQ(readFile(home() + QStringLiteral("LangFile.DAT")), "1\r\nKAVDE.EXE, Deutsch\r\n");
 }
 
@@ -92,8 +97,9 @@ TEST_F(LanguagesTest, DialogListsSelectsAndRefuses)
     dialog.findChild<QPushButton*>(QStringLiteral("CmdRemove"))->click();
     list->setCurrentRow(-1);
     dialog.findChild<QPushButton*>(QStringLiteral("CmdSelect"))->click();
-    EXPECT_EQ(prompts().texts(), QStringList({"Not done...", "Not done...",
-                                              "Select a file from the installed languages and then try again..."}));
+    EXPECT_EQ(prompts().texts(),
+              QStringList({"Not done...", "Not done...",
+                           "Select a file from the installed languages and then try again..."}));
     dialog.findChild<QPushButton*>(QStringLiteral("CmdCheckWeb"))->click();
     EXPECT_TRUE(opened.endsWith("languages.html"));
     frmLanguage::WebOpener() = browser;
@@ -111,14 +117,16 @@ TEST_F(LanguagesTest, BonusPackFile)
 {
     LoadBonusPack();
     EXPECT_EQ(CurrentBonusPack().BonusPackName, "");
-    writeFile(home() + QStringLiteral("BONUSPAK.DAT"),
-              "Kavori Bonus Pack Data File\r\n----------------------------------\r\n\"Nature, Vol. 1\"\r\nGold\r\n");
+    writeFile(
+        home() + QStringLiteral("BONUSPAK.DAT"),
+        "Kavori Bonus Pack Data File\r\n----------------------------------\r\n\"Nature, Vol. 1\"\r\nGold\r\n");
     LoadBonusPack();
     EXPECT_EQ(CurrentBonusPack().BonusPackName, "Nature, Vol. 1");
     EXPECT_EQ(CurrentBonusPack().BonusPackEdition, "Gold");
-    for (const QByteArray& bad : {QByteArray("Kavori Bonus Pack\r\n----------------------------------\r\nX\r\nY\r\n"),
-                                  QByteArray("Kavori Bonus Pack Data File\r\n---\r\nX\r\nY\r\n"),
-                                  QByteArray("\xff\xfe garbage")}) {
+    for (const QByteArray& bad :
+         {QByteArray("Kavori Bonus Pack\r\n----------------------------------\r\nX\r\nY\r\n"),
+          QByteArray("Kavori Bonus Pack Data File\r\n---\r\nX\r\nY\r\n"),
+          QByteArray("\xff\xfe garbage")}) {
         writeFile(home() + QStringLiteral("BONUSPAK.DAT"), bad);
         LoadBonusPack();
         EXPECT_EQ(CurrentBonusPack().BonusPackName, "");

@@ -1,5 +1,5 @@
-#include "settings/IniStore.h"
 #include "settings/RecentShows.h"
+#include "settings/IniStore.h"
 #include "settings/Settings.h"
 #include "support/KavoriTest.h"
 
@@ -43,7 +43,9 @@ TEST_F(RecentShowsTest, NewShowsGoOnTopAndKnownShowsStayPut)
 
     // The list is in the settings file.
     LoadIniFile(SettingsFilePath());
-    EXPECT_EQ(GetIniValue(QStringLiteral("Viewer"), QStringLiteral("RecentShow1")), "/shows/more24.kav");
-    EXPECT_EQ(GetIniValue(QStringLiteral("Viewer"), QStringLiteral("RecentShow20")), "/shows/more5.kav");
+    EXPECT_EQ(GetIniValue(QStringLiteral("Viewer"), QStringLiteral("RecentShow1")),
+              "/shows/more24.kav");
+    EXPECT_EQ(GetIniValue(QStringLiteral("Viewer"), QStringLiteral("RecentShow20")),
+              "/shows/more5.kav");
     ClearIni();
 }

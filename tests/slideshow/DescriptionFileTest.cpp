@@ -1,6 +1,6 @@
+#include "slideshow/DescriptionFile.h"
 #include "runtime/MsgBox.h"
 #include "settings/Settings.h"
-#include "slideshow/DescriptionFile.h"
 #include "support/KavoriTest.h"
 
 #include <QFileInfo>
@@ -38,9 +38,10 @@ TEST_F(DescriptionFileTest, ReadLookUpChangeAndWrite)
     SetDescription(QStringLiteral("B.BMP"), QStringLiteral("Deep blue"));
     SetDescription(QStringLiteral("c.gif"), QStringLiteral("New one"));
     ASSERT_TRUE(WriteDescriptionFile(folder()));
-    EXPECT_EQ(readFile(folder() + QStringLiteral("!Description")),
-              "Kavori Description File\r\n------------------------------\r\nphoto.JPG\r\nSunset at the lake\r\n"
-              "b.bmp\r\nDeep blue\r\nc.gif\r\nNew one\r\n");
+    EXPECT_EQ(
+        readFile(folder() + QStringLiteral("!Description")),
+        "Kavori Description File\r\n------------------------------\r\nphoto.JPG\r\nSunset at the lake\r\n"
+        "b.bmp\r\nDeep blue\r\nc.gif\r\nNew one\r\n");
 
     // Removing the first of three moves the others up.
     RemoveDescription(QStringLiteral("photo.jpg"));
@@ -77,7 +78,10 @@ TEST_F(DescriptionFileTest, EmptyForeignAndFullFiles)
     writeDescriptions(many);
     EXPECT_EQ(ReadDescriptionFile(folder()), 10000);
     SetDescription(QStringLiteral("extra1.jpg"), QStringLiteral("one"));
-    EXPECT_EQ(prompts().texts(), QStringList({"The description file is full.\r\nOnly 10,000 descriptions may be added to this file at one time..."}));
+    EXPECT_EQ(
+        prompts().texts(),
+        QStringList(
+            {"The description file is full.\r\nOnly 10,000 descriptions may be added to this file at one time..."}));
     SetDescription(QStringLiteral("extra2.jpg"), QStringLiteral("two"));
     EXPECT_EQ(CurrentDescriptions().DescFileName.size(), 10001);
     EXPECT_EQ(CurrentDescriptions().DescFileName[10000], "extra2.jpg");
@@ -113,19 +117,22 @@ TEST_F(DescriptionFileTest, VerifyAndRepair)
 {
     writeFile(folder() + QStringLiteral("a.jpg"), "x");
     writeFile(folder() + QStringLiteral("b.jpg"), "x");
-    writeDescriptions("a.jpg\r\nGood\r\n\r\nOrphan text\r\nb.jpg\r\n\r\ngone.jpg\r\nText\r\ngone2.jpg\r\nMore\r\n");
+    writeDescriptions(
+        "a.jpg\r\nGood\r\n\r\nOrphan text\r\nb.jpg\r\n\r\ngone.jpg\r\nText\r\ngone2.jpg\r\nMore\r\n");
     const DescriptionProblems p = CheckDescriptionFile(folder());
     EXPECT_EQ(p.withoutFileName, 1);
     EXPECT_EQ(p.withoutDescription, 1);
     EXPECT_EQ(p.missingFiles, 2);
-    EXPECT_EQ(DescriptionReport(p),
-              "The following problem(s) were found in the selected description file:\r\n\r\n"
-              "  * One description without filename.\r\n  * One filename without description.\r\n"
-              "  * 2 filenames could not be found.\r\n\r\nWARNING: Description text may be lost!\r\n\r\n"
-              "Attempt to repair these problems?");
+    EXPECT_EQ(
+        DescriptionReport(p),
+        "The following problem(s) were found in the selected description file:\r\n\r\n"
+        "  * One description without filename.\r\n  * One filename without description.\r\n"
+        "  * 2 filenames could not be found.\r\n\r\nWARNING: Description text may be lost!\r\n\r\n"
+        "Attempt to repair these problems?");
     ASSERT_TRUE(RepairDescriptionFile(folder()));
     EXPECT_FALSE(CheckDescriptionFile(folder()).any());
-    EXPECT_EQ(DescriptionReport(CheckDescriptionFile(folder())), "There are no problems with the selected description file...");
+    EXPECT_EQ(DescriptionReport(CheckDescriptionFile(folder())),
+              "There are no problems with the selected description file...");
     EXPECT_EQ(ReadDescriptionFile(folder()), 1);
     DescriptionProblems many;
     many.withoutFileName = 1200;

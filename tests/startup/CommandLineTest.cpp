@@ -1,5 +1,5 @@
-#include "platform/WindowLock.h"
 #include "startup/CommandLine.h"
+#include "platform/WindowLock.h"
 #include "support/KavoriTest.h"
 
 using namespace kavori;
@@ -57,26 +57,71 @@ TEST_F(CommandLineTest, EveryFormChoosesItsMode)
     const StartOptions fullStay{true, false};
     const QList<Case> cases = {
         {QString(), plain, StartMode::MainWindow, QString(), QString(), false},
-        {QStringLiteral("/pics/a.jpg"), plain, StartMode::MainWindow, QStringLiteral("/pics/a.jpg"), {}, false},
-        {QStringLiteral("/pics/A.JPEG"), plain, StartMode::MainWindow, QStringLiteral("/pics/A.JPEG"), {}, false},
-        {QStringLiteral("/pics/a.tif"), plain, StartMode::MainWindow, QStringLiteral("/pics/a.tif"), {}, false},
-        {QStringLiteral("/pics/a.jpg"), fullFirst, StartMode::FullScreenImage, QStringLiteral("/pics/a.jpg"), QStringLiteral("/pics/a.jpg"), false},
-        {QStringLiteral("FULLSCREEN /pics/a.gif"), plain, StartMode::FullScreenImage, QStringLiteral("/pics/a.gif"), QStringLiteral("/pics/a.gif"), false},
-        {QStringLiteral("fullscreen   /pics/a.cur"), plain, StartMode::FullScreenImage, QStringLiteral("/pics/a.cur"), QStringLiteral("/pics/a.cur"), false},
-        {QStringLiteral("LOADTIME FULLSCREEN /pics/a.gif"), plain, StartMode::FullScreenImage, QStringLiteral("/pics/a.gif"), QStringLiteral("/pics/a.gif"), false},
-        {QStringLiteral("\"/shows/My Show.kav\""), plain, StartMode::SlideShow, {}, QStringLiteral("/shows/My Show.kav"), false},
-        {QStringLiteral("SCRNSAVE /shows/a.kav"), plain, StartMode::ScreenSaver, {}, QStringLiteral("/shows/a.kav"), true},
-        {QStringLiteral("scrnsave /shows/a.kav"), plain, StartMode::SlideShow, {}, QStringLiteral("scrnsave /shows/a.kav"), false},
+        {QStringLiteral("/pics/a.jpg"),
+         plain,
+         StartMode::MainWindow,
+         QStringLiteral("/pics/a.jpg"),
+         {},
+         false},
+        {QStringLiteral("/pics/A.JPEG"),
+         plain,
+         StartMode::MainWindow,
+         QStringLiteral("/pics/A.JPEG"),
+         {},
+         false},
+        {QStringLiteral("/pics/a.tif"),
+         plain,
+         StartMode::MainWindow,
+         QStringLiteral("/pics/a.tif"),
+         {},
+         false},
+        {QStringLiteral("/pics/a.jpg"), fullFirst, StartMode::FullScreenImage,
+         QStringLiteral("/pics/a.jpg"), QStringLiteral("/pics/a.jpg"), false},
+        {QStringLiteral("FULLSCREEN /pics/a.gif"), plain, StartMode::FullScreenImage,
+         QStringLiteral("/pics/a.gif"), QStringLiteral("/pics/a.gif"), false},
+        {QStringLiteral("fullscreen   /pics/a.cur"), plain, StartMode::FullScreenImage,
+         QStringLiteral("/pics/a.cur"), QStringLiteral("/pics/a.cur"), false},
+        {QStringLiteral("LOADTIME FULLSCREEN /pics/a.gif"), plain, StartMode::FullScreenImage,
+         QStringLiteral("/pics/a.gif"), QStringLiteral("/pics/a.gif"), false},
+        {QStringLiteral("\"/shows/My Show.kav\""),
+         plain,
+         StartMode::SlideShow,
+         {},
+         QStringLiteral("/shows/My Show.kav"),
+         false},
+        {QStringLiteral("SCRNSAVE /shows/a.kav"),
+         plain,
+         StartMode::ScreenSaver,
+         {},
+         QStringLiteral("/shows/a.kav"),
+         true},
+        {QStringLiteral("scrnsave /shows/a.kav"),
+         plain,
+         StartMode::SlideShow,
+         {},
+         QStringLiteral("scrnsave /shows/a.kav"),
+         false},
         {QStringLiteral("SCRNSAVE"), plain, StartMode::End, {}, {}, true},
         {QStringLiteral("SCRNSAVE /pics/a.jpg"), plain, StartMode::End, {}, {}, true},
-        {QStringLiteral("SCRNSAVE /pics/a.jpg"), fullStay, StartMode::FullScreenImage, QStringLiteral("SCRNSAVE /pics/a.jpg"), QStringLiteral("SCRNSAVE /pics/a.jpg"), false},
+        {QStringLiteral("SCRNSAVE /pics/a.jpg"), fullStay, StartMode::FullScreenImage,
+         QStringLiteral("SCRNSAVE /pics/a.jpg"), QStringLiteral("SCRNSAVE /pics/a.jpg"), false},
         {QStringLiteral("C"), plain, StartMode::ScreenSaverSettings, {}, {}, true},
         {QStringLiteral("/C"), plain, StartMode::ScreenSaverSettings, {}, {}, true},
         {QStringLiteral("/c"), plain, StartMode::ScreenSaverSettings, {}, {}, true},
         {QStringLiteral("SCRNSAVE C"), plain, StartMode::ScreenSaverSettings, {}, {}, true},
         {QStringLiteral("ABOUT"), plain, StartMode::MainWindow, QStringLiteral("ABOUT"), {}, false},
-        {QStringLiteral("/ABOUT"), plain, StartMode::MainWindow, QStringLiteral("ABOUT"), {}, false},
-        {QStringLiteral("/SCRNSAVE /shows/a.kav"), plain, StartMode::ScreenSaver, {}, QStringLiteral("/shows/a.kav"), true},
+        {QStringLiteral("/ABOUT"),
+         plain,
+         StartMode::MainWindow,
+         QStringLiteral("ABOUT"),
+         {},
+         false},
+        {QStringLiteral("/SCRNSAVE /shows/a.kav"),
+         plain,
+         StartMode::ScreenSaver,
+         {},
+         QStringLiteral("/shows/a.kav"),
+         true},
         {QStringLiteral("/?"), plain, StartMode::MainWindow, QStringLiteral("?"), {}, false},
         {QStringLiteral("/EDIT ") + show, plain, StartMode::MainWindow, QString(), {}, false},
     };
@@ -109,9 +154,9 @@ TEST_F(CommandLineTest, EditRequestNeedsAnExistingShowByFullPath)
         {QStringLiteral("/EDIT ") + show, show},
         {QStringLiteral("/edit ") + lower, lower},
         {QStringLiteral("\"/EDIT ") + show + u'"', show},
-        {QStringLiteral("/EDIT Trip.KAV"), QString()},            // no full path
+        {QStringLiteral("/EDIT Trip.KAV"), QString()},                               // no full path
         {QStringLiteral("/EDIT ") + root() + QStringLiteral("none.kav"), QString()}, // missing
-        {QStringLiteral("/EDIT ") + image, QString()},            // not a show
+        {QStringLiteral("/EDIT ") + image, QString()},                               // not a show
     };
     for (const Case& c : cases) {
         QString editFile;
@@ -143,12 +188,15 @@ TEST_F(CommandLineTest, FloppyShowsAreCheckedAsWritten)
     EXPECT_EQ(int(ask.mode), int(StartMode::SlideShow));
     EXPECT_EQ(int(ask.floppy), int(FloppyCheck::AskForDisk));
     EXPECT_EQ(int(decide(QStringLiteral("b:\\.kav")).floppy), int(FloppyCheck::InvalidFileName));
-    EXPECT_EQ(int(decide(QStringLiteral("SCRNSAVE B:\\.kav")).floppy), int(FloppyCheck::InvalidFileName));
+    EXPECT_EQ(int(decide(QStringLiteral("SCRNSAVE B:\\.kav")).floppy),
+              int(FloppyCheck::InvalidFileName));
     EXPECT_EQ(int(decide(QStringLiteral("/media/a.kav")).floppy), int(FloppyCheck::None));
 
     EXPECT_EQ(FloppyDiskQuestion(QStringLiteral("a:\\Shows\\Trip.kav")),
-              QStringLiteral("Please be sure the disk that contains the file:\r\n\r\n\\Shows\\Trip.kav"
-                             "\r\n\r\n...is in Floppy Drive A:\r\n\r\nPress the \"OK\" button to continue."));
+              QStringLiteral(
+                  "Please be sure the disk that contains the file:\r\n\r\n\\Shows\\Trip.kav"
+                  "\r\n\r\n...is in Floppy Drive A:\r\n\r\nPress the \"OK\" button to continue."));
     EXPECT_EQ(int(decide(QStringLiteral("b:\\a.kav")).floppy), int(FloppyCheck::AskForDisk));
-    EXPECT_EQ(InvalidFileNameMessage(QStringLiteral("b:\\.kav")), "b:\\.kav is not a valid filename...");
+    EXPECT_EQ(InvalidFileNameMessage(QStringLiteral("b:\\.kav")),
+              "b:\\.kav is not a valid filename...");
 }

@@ -1,9 +1,9 @@
+#include "startup/EntryRoutine.h"
 #include "platform/Display.h"
 #include "platform/UserSettings.h"
 #include "platform/WindowLock.h"
 #include "runtime/MsgBox.h"
 #include "startup/CommandLine.h"
-#include "startup/EntryRoutine.h"
 #include "startup/StartupState.h"
 #include "support/KavoriTest.h"
 #include "viewer/MainViewFrm.h"
@@ -81,7 +81,8 @@ TEST_F(EntryRoutineTest, ModesThatEndTheProcess)
     SetDisplayColorDepthOverride(32);
 
     // Cancel to the program-path question ends start-up.
-    SaveSetting(QStringLiteral("Settings"), QStringLiteral("EXEPath"), QStringLiteral("/elsewhere/"));
+    SaveSetting(QStringLiteral("Settings"), QStringLiteral("EXEPath"),
+                QStringLiteral("/elsewhere/"));
     prompts().answers = {vbCancel};
     EXPECT_EQ(RunEntryRoutine({}), 0);
 
@@ -93,7 +94,8 @@ TEST_F(EntryRoutineTest, ModesThatEndTheProcess)
     EXPECT_EQ(prompts().calls[0].style, vbInformation + vbSystemModal);
 
     // A show without pictures: its own words as a show and as a screen saver.
-    const QString empty = writeFile(QStringLiteral("empty.kav"), "Kavori Slide Show\r\nVersion 3.0\r\n");
+    const QString empty =
+        writeFile(QStringLiteral("empty.kav"), "Kavori Slide Show\r\nVersion 3.0\r\n");
     prompts().clear();
     EXPECT_EQ(RunEntryRoutine({empty}), 0);
     EXPECT_EQ(prompts().texts().last(), "There are no pictures in this slide show to view...");
@@ -102,8 +104,9 @@ TEST_F(EntryRoutineTest, ModesThatEndTheProcess)
     EXPECT_EQ(prompts().calls.last().style, vbInformation + vbSystemModal);
 
     // A show with pictures goes to the player from its own folder.
-    const QString show = writeFile(QStringLiteral("shows/one.kav"),
-                                   "Kavori Slide Show\r\nVersion 1.X\r\n0\r\n\r\n0\r\n0\r\n5\r\n0\r\n0\r\n/p/a.jpg\r\n");
+    const QString show = writeFile(
+        QStringLiteral("shows/one.kav"),
+        "Kavori Slide Show\r\nVersion 1.X\r\n0\r\n\r\n0\r\n0\r\n5\r\n0\r\n0\r\n/p/a.jpg\r\n");
     ResetStartup();
     EXPECT_EQ(RunEntryRoutine({show}), 0);
     EXPECT_TRUE(CurrentStartup().StartedFromShow);

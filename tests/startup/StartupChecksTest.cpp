@@ -1,10 +1,10 @@
+#include "startup/StartupChecks.h"
 #include "platform/AppPaths.h"
 #include "platform/Display.h"
 #include "platform/UserSettings.h"
 #include "runtime/MsgBox.h"
 #include "settings/IniStore.h"
 #include "settings/Settings.h"
-#include "startup/StartupChecks.h"
 #include "startup/StartupState.h"
 #include "support/KavoriTest.h"
 
@@ -34,7 +34,8 @@ TEST_F(StartupChecksTest, ColourDepth)
     SetDisplayColorDepthOverride(4);
     EXPECT_FALSE(CheckColorDepth(QString()));
     ASSERT_EQ(prompts().calls.size(), 1);
-    EXPECT_EQ(prompts().calls[0].text, "Kavori requires at least 256 colors, unable to start program...");
+    EXPECT_EQ(prompts().calls[0].text,
+              "Kavori requires at least 256 colors, unable to start program...");
     EXPECT_EQ(prompts().calls[0].style, vbInformation + vbMsgBoxHelpButton);
     EXPECT_EQ(prompts().calls[0].title, "Kavori");
 
@@ -90,9 +91,10 @@ TEST_F(StartupChecksTest, ProgramPathAndFirstRun)
     // Empty: told, and stored; first run noted once.
     EXPECT_TRUE(CheckProgramPath());
     ASSERT_EQ(prompts().calls.size(), 1);
-    EXPECT_EQ(prompts().calls[0].text,
-              "The path to this program was not found in the system registry, Kavori features may not "
-              "have worked properly as a result.\r\n\r\nRegistry entries have been updated...");
+    EXPECT_EQ(
+        prompts().calls[0].text,
+        "The path to this program was not found in the system registry, Kavori features may not "
+        "have worked properly as a result.\r\n\r\nRegistry entries have been updated...");
     EXPECT_EQ(prompts().calls[0].style, vbExclamation + vbMsgBoxHelpButton);
     EXPECT_EQ(GetSetting(settings, QStringLiteral("EXEPath")), AppPath());
     EXPECT_EQ(GetSetting(runtime, QStringLiteral("EXEPath")), "");
@@ -113,8 +115,8 @@ TEST_F(StartupChecksTest, ProgramPathAndFirstRun)
     const QString other = QStringLiteral("/opt/old-kavori/");
     const QString question =
         "The path to this program is not the same as the path found in the system registry, Kavori "
-        "may have been re-installed and/or moved.\r\n\r\n" + AppPath() +
-        "KAVORIX.EXE\r\n\r\nDo you want to make this your default one?";
+        "may have been re-installed and/or moved.\r\n\r\n" +
+        AppPath() + "KAVORIX.EXE\r\n\r\nDo you want to make this your default one?";
     SaveSetting(settings, QStringLiteral("EXEPath"), other);
     prompts().answers = {vbNo};
     EXPECT_TRUE(CheckProgramPath());

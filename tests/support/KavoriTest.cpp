@@ -6,10 +6,10 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QPointer>
-#include <QWidget>
 #include <QFile>
 #include <QFileInfo>
+#include <QPointer>
+#include <QWidget>
 
 namespace kavori::test {
 

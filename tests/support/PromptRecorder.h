@@ -25,7 +25,7 @@ public:
 
     QList<int> answers;
     QList<std::optional<QString>> inputs; // answers of input boxes and list choices
-    QList<QString> files;   // answers of openFile, saveFile and chooseFolder
+    QList<QString> files;                 // answers of openFile, saveFile and chooseFolder
     QList<std::optional<QColor>> colors;
     QList<std::optional<QFont>> fonts;
 

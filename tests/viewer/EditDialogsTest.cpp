@@ -1,16 +1,16 @@
+#include "viewer/EditDialogs.h"
+#include "settings/IniStore.h"
 #include "settings/Settings.h"
 #include "support/KavoriTest.h"
-#include "settings/IniStore.h"
-#include "viewer/EditDialogs.h"
 #include "viewer/MainViewFrm.h"
 #include "viewer/frmPreferences.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QStatusBar>
-#include <QToolBar>
 #include <QRadioButton>
 #include <QSpinBox>
+#include <QStatusBar>
+#include <QToolBar>
 
 using namespace kavori;
 

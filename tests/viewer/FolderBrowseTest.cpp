@@ -1,5 +1,5 @@
-#include "support/KavoriTest.h"
 #include "viewer/FolderBrowse.h"
+#include "support/KavoriTest.h"
 #include "viewer/StartRequest.h"
 
 using namespace kavori;
@@ -13,7 +13,8 @@ TEST_F(FolderBrowseTest, StepsThroughTheFolderToBothEnds)
     const auto isImage = [](const QString& n) { return !n.endsWith(QLatin1String(".txt")); };
     const QString dir = root() + QStringLiteral("pics/");
     const QStringList list = BrowseList(root() + QStringLiteral("pics"), isImage);
-    EXPECT_EQ(list, QStringList({dir + "Img1.bmp", dir + "img2.JPG", dir + "img10.jpg", dir + "z.gif"}));
+    EXPECT_EQ(list,
+              QStringList({dir + "Img1.bmp", dir + "img2.JPG", dir + "img10.jpg", dir + "z.gif"}));
 
     // Walk forward from the first to the last, then one step too far.
     QString current = BrowseFolder(list, dir + "img10.jpg", BrowseStep::First).file;
@@ -78,7 +79,8 @@ TEST(StartRequest, WordsOnTheCommandLine)
         EXPECT_EQ(r.endProgram, c.end) << c.line;
         EXPECT_EQ(r.message, QString::fromLatin1(c.message)) << c.line;
     }
-    const StartRequestResult thumbs = ParseStartRequest(QStringLiteral("thumbnail /home/me/My Pictures "));
+    const StartRequestResult thumbs =
+        ParseStartRequest(QStringLiteral("thumbnail /home/me/My Pictures "));
     EXPECT_EQ(thumbs.request, 4);
     EXPECT_EQ(thumbs.thumbnailFolder, "/home/me/My Pictures");
 }

@@ -1,6 +1,6 @@
+#include "viewer/ImageDocument.h"
 #include "runtime/MsgBox.h"
 #include "support/KavoriTest.h"
-#include "viewer/ImageDocument.h"
 
 #include <QFileInfo>
 
@@ -22,9 +22,11 @@ TEST_F(ImageDocumentTest, OneLevelOfUndoAndTheTitle)
     EXPECT_EQ(doc.title(), "Kavori - [Beach.jpg]");
     EXPECT_FALSE(doc.imageChanged());
 
-    EXPECT_TRUE(doc.edit(QStringLiteral("&Undo Rotate"), [](const QImage& i) {
-        return EditResult{Rotate90Clockwise(i), {}};
-    }).isEmpty());
+    EXPECT_TRUE(doc.edit(QStringLiteral("&Undo Rotate"),
+                         [](const QImage& i) {
+                             return EditResult{Rotate90Clockwise(i), {}};
+                         })
+                    .isEmpty());
     EXPECT_EQ(doc.image().size(), QSize(20, 40));
     EXPECT_TRUE(doc.imageChanged());
     EXPECT_EQ(doc.undoCaption(), "&Undo Rotate");
@@ -32,7 +34,9 @@ TEST_F(ImageDocumentTest, OneLevelOfUndoAndTheTitle)
     EXPECT_EQ(ImageDocument::UndoSnapshotPath(), root() + QStringLiteral("tmp/~undo.tmp"));
 
     // A second edit replaces the snapshot: undo goes back one step only.
-    doc.edit(QStringLiteral("&Undo Flip"), [](const QImage& i) { return EditResult{FlipVertical(i), {}}; });
+    doc.edit(QStringLiteral("&Undo Flip"), [](const QImage& i) {
+        return EditResult{FlipVertical(i), {}};
+    });
     ASSERT_TRUE(doc.undo());
     EXPECT_EQ(doc.image().size(), QSize(20, 40));
     EXPECT_EQ(QColor(doc.image().pixel(19, 0)), QColor(Qt::red));
@@ -40,16 +44,17 @@ TEST_F(ImageDocumentTest, OneLevelOfUndoAndTheTitle)
     EXPECT_EQ(doc.undoCaption(), "Can't Undo");
 
     // A refused command changes nothing and keeps the undo state.
-    const QString refusal = doc.edit(QStringLiteral("&Undo Size"), [](const QImage& i) {
-        return ResizeTo(i, QSize(2, 2));
-    });
+    const QString refusal = doc.edit(QStringLiteral("&Undo Size"),
+                                     [](const QImage& i) { return ResizeTo(i, QSize(2, 2)); });
     EXPECT_EQ(refusal, "You may not make the current image any smaller...");
     EXPECT_EQ(doc.image().size(), QSize(20, 40));
     EXPECT_EQ(doc.undoCaption(), "Can't Undo");
 
     // Undo of the first edit of a saved picture brings back its saved state.
     doc.markSaved(QStringLiteral("/pictures/Beach2.bmp"));
-    doc.edit(QStringLiteral("&Undo Flip"), [](const QImage& i) { return EditResult{FlipHorizontal(i), {}}; });
+    doc.edit(QStringLiteral("&Undo Flip"), [](const QImage& i) {
+        return EditResult{FlipHorizontal(i), {}};
+    });
     ASSERT_TRUE(doc.undo());
     EXPECT_FALSE(doc.imageChanged());
     EXPECT_EQ(doc.title(), "Kavori - [Beach2.bmp]");

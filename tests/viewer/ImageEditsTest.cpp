@@ -1,5 +1,5 @@
-#include "support/QtPrinters.h"
 #include "viewer/ImageEdits.h"
+#include "support/QtPrinters.h"
 
 #include <gtest/gtest.h>
 
@@ -67,7 +67,8 @@ TEST(ImageEdits, SizeCommandsStopAtTheirLimits)
     EXPECT_EQ(ResizeByPercent(four, 25).image.size(), QSize(5, 5));
 
     QImage wide(9000, 10, QImage::Format_RGB32);
-    EXPECT_EQ(ResizeByPercent(wide, 25).message, "You may not make the current image any larger...");
+    EXPECT_EQ(ResizeByPercent(wide, 25).message,
+              "You may not make the current image any larger...");
     EXPECT_EQ(ResizeTo(image, QSize(3, 100)).message, CantMakeSmallerMessage());
     EXPECT_EQ(ResizeTo(image, QSize(100, 10001)).message, CantMakeLargerMessage());
     EXPECT_EQ(ResizeTo(image, QSize(7, 9)).image.size(), QSize(7, 9));

@@ -1,13 +1,13 @@
+#include "viewer/MainViewFrm.h"
 #include "platform/AppPaths.h"
 #include "platform/UserSettings.h"
 #include "runtime/MsgBox.h"
 #include "settings/IniStore.h"
+#include "settings/Settings.h"
 #include "settings/SettingsCatalogue.h"
 #include "startup/StartupState.h"
-#include "settings/Settings.h"
 #include "support/KavoriTest.h"
 #include "viewer/ImageView.h"
-#include "viewer/MainViewFrm.h"
 
 #include <QAction>
 #include <QApplication>
@@ -56,7 +56,8 @@ TEST_F(MainViewFrmTest, BrowsesAFolderToBothEnds)
     EXPECT_EQ(w.windowTitle(), "Kavori - [a1.bmp]");
 
     run(w, "mnuBrowsePrevious");
-    EXPECT_EQ(prompts().texts(), QStringList({"The first file in the current folder is already open..."}));
+    EXPECT_EQ(prompts().texts(),
+              QStringList({"The first file in the current folder is already open..."}));
     run(w, "mnuBrowseNext");
     EXPECT_EQ(w.windowTitle(), "Kavori - [a2.bmp]");
     EXPECT_EQ(QColor(w.document().image().pixel(0, 0)), QColor(Qt::green));
@@ -75,7 +76,8 @@ TEST_F(MainViewFrmTest, BrowsesAFolderToBothEnds)
     prompts().answers = {vbNo};
     run(w, "mnuBrowseFirst");
     EXPECT_EQ(w.document().currentFile(), c);
-    EXPECT_EQ(prompts().texts().last(), "The current file has not been saved.\r\n\r\nDiscard changes and continue?");
+    EXPECT_EQ(prompts().texts().last(),
+              "The current file has not been saved.\r\n\r\nDiscard changes and continue?");
 }
 
 TEST_F(MainViewFrmTest, UndoEditsPasteAndFullScreenMessages)
@@ -86,15 +88,19 @@ TEST_F(MainViewFrmTest, UndoEditsPasteAndFullScreenMessages)
     EXPECT_FALSE(undo->isEnabled());
 
     run(w, "mnuFullScreen");
-    EXPECT_EQ(prompts().texts().last(), "An image has not been opened yet, unable to view full screen...");
+    EXPECT_EQ(prompts().texts().last(),
+              "An image has not been opened yet, unable to view full screen...");
     run(w, "mnuPaste");
-    EXPECT_EQ(prompts().texts().last(), "There is nothing to paste.\r\n\r\nNo image data was found on the clipboard...");
+    EXPECT_EQ(prompts().texts().last(),
+              "There is nothing to paste.\r\n\r\nNo image data was found on the clipboard...");
     run(w, "mnuAnimatedGIF");
-    EXPECT_EQ(prompts().texts().last(), "An image has not been opened yet, unable to view animated gif...");
+    EXPECT_EQ(prompts().texts().last(),
+              "An image has not been opened yet, unable to view animated gif...");
 
     ASSERT_TRUE(w.openImage(makeImage(QStringLiteral("p.bmp"), Qt::red, QSize(40, 20))));
     run(w, "mnuAnimatedGIF");
-    EXPECT_EQ(prompts().texts().last(), "The current image is not a .GIF file, unable to animate...");
+    EXPECT_EQ(prompts().texts().last(),
+              "The current image is not a .GIF file, unable to animate...");
     run(w, "mnu50Larger");
     EXPECT_EQ(w.document().image().size(), QSize(60, 30));
     EXPECT_TRUE(undo->isEnabled());
@@ -120,12 +126,15 @@ TEST_F(MainViewFrmTest, MissingBackgroundTextureIsReported)
 {
     CurrentSettings().MainViewBackground = (root() + QStringLiteral("gone/wood.bmp")).toUpper();
     MainViewFrm w;
-    EXPECT_EQ(prompts().texts(),
-              QStringList({"Could not find the background texture specified for the Main Viewing Window.\r\n\r\n"
-                           "Edit the \"Appearance\" settings found in \"Preferences\" to remove this message..."}));
+    EXPECT_EQ(
+        prompts().texts(),
+        QStringList(
+            {"Could not find the background texture specified for the Main Viewing Window.\r\n\r\n"
+             "Edit the \"Appearance\" settings found in \"Preferences\" to remove this message..."}));
     // A texture that is there is drawn without a word.
     prompts().clear();
-    CurrentSettings().MainViewBackground = makeImage(QStringLiteral("WOOD.BMP"), Qt::darkYellow).toUpper();
+    CurrentSettings().MainViewBackground =
+        makeImage(QStringLiteral("WOOD.BMP"), Qt::darkYellow).toUpper();
     MainViewFrm textured;
     EXPECT_TRUE(prompts().calls.isEmpty());
 }
@@ -153,8 +162,9 @@ TEST_F(MainViewFrmTest, DropsOfEveryKind)
     QFile::link(other, link);
     w.dropFile(link);
     EXPECT_EQ(w.document().currentFile(), other);
-    const QString desktop = writeFile(QStringLiteral("pics/shortcut.desktop"),
-                                      "[Desktop Entry]\nType=Link\nName=pic\nURL=file://" + picture.toUtf8() + "\n");
+    const QString desktop =
+        writeFile(QStringLiteral("pics/shortcut.desktop"),
+                  "[Desktop Entry]\nType=Link\nName=pic\nURL=file://" + picture.toUtf8() + "\n");
     w.dropFile(desktop);
     EXPECT_EQ(w.document().currentFile(), picture);
 
@@ -163,13 +173,15 @@ TEST_F(MainViewFrmTest, DropsOfEveryKind)
     w.dropFile(writeFile(QStringLiteral("pics/scan.tga"), "x"));
     w.dropFile(writeFile(QStringLiteral("pics/empty.desktop"), "[Desktop Entry]\n"));
     w.dropFile(writeFile(QStringLiteral("pics/empty.kav"), "Kavori Slide Show\r\nVersion 3.0\r\n"));
-    EXPECT_EQ(prompts().texts(),
-              QStringList({"You may not drop a folder here, unable to open...",
-                           ".TGA files must be imported into Kavori and then saved as a supported format first, unable to open:\r\n\r\n" +
-                               root() + "pics/scan.tga",
-                           "An unexpected error occurred while getting filename that was dropped here, unable to open file...",
-                           "An error occurred while reading Slide Show data.\r\nThis may not be a valid Slide Show file...",
-                           "This slide show file does not contain any images, nothing to show..."}));
+    EXPECT_EQ(
+        prompts().texts(),
+        QStringList(
+            {"You may not drop a folder here, unable to open...",
+             ".TGA files must be imported into Kavori and then saved as a supported format first, unable to open:\r\n\r\n" +
+                 root() + "pics/scan.tga",
+             "An unexpected error occurred while getting filename that was dropped here, unable to open file...",
+             "An error occurred while reading Slide Show data.\r\nThis may not be a valid Slide Show file...",
+             "This slide show file does not contain any images, nothing to show..."}));
     EXPECT_EQ(w.document().currentFile(), picture);
 }
 
@@ -191,7 +203,8 @@ TEST_F(MainViewFrmTest, RecentFilesImportNewImageAndSettingsKeptAcrossStarts)
         prompts().inputs = {root() + QStringLiteral("pics/r0.bmp")};
         w.menus().action(QStringLiteral("mnuMoreRecent"))->trigger();
         EXPECT_EQ(w.document().currentFile(), root() + "pics/r0.bmp");
-        EXPECT_TRUE(prompts().pickerCalls.last().startsWith("chooseItem: Kavori - [More Recent Files]"));
+        EXPECT_TRUE(
+            prompts().pickerCalls.last().startsWith("chooseItem: Kavori - [More Recent Files]"));
         last = root() + QStringLiteral("pics/r0.bmp"); // now the newest
 
         // Import: the picture becomes Untitled.BMP, the title names the imported file.
@@ -224,7 +237,8 @@ TEST_F(MainViewFrmTest, RecentFilesImportNewImageAndSettingsKeptAcrossStarts)
         w.close();
     }
     LoadIniFile(SettingsFilePath());
-    EXPECT_EQ(GetIniValue(QStringLiteral("Viewer"), QStringLiteral("MainSizeX")), QString::number(500 * 15));
+    EXPECT_EQ(GetIniValue(QStringLiteral("Viewer"), QStringLiteral("MainSizeX")),
+              QString::number(500 * 15));
     EXPECT_EQ(GetIniValue(QStringLiteral("Viewer"), QStringLiteral("Recent1")), last);
     ClearIni();
     LoadSettings();
@@ -239,7 +253,8 @@ TEST_F(MainViewFrmTest, CommandLineRequestsAndTheClipboardQuestion)
     CurrentStartup().CommandLine = QStringLiteral("ABOUTX");
     {
         MainViewFrm w;
-        EXPECT_EQ(prompts().texts(), QStringList({"An invalid command (ABOUTX) was passed at the command prompt..."}));
+        EXPECT_EQ(prompts().texts(),
+                  QStringList({"An invalid command (ABOUTX) was passed at the command prompt..."}));
         EXPECT_EQ(prompts().calls[0].style, vbExclamation);
         EXPECT_EQ(w.startRequest(), 0);
     }
@@ -253,7 +268,8 @@ TEST_F(MainViewFrmTest, CommandLineRequestsAndTheClipboardQuestion)
     CurrentStartup().CommandLine.clear();
     {
         CurrentSettings().StartupDialog = 1;
-        SaveSetting(QStringLiteral("Settings"), QStringLiteral("Show Tips at Startup"), QStringLiteral("1"));
+        SaveSetting(QStringLiteral("Settings"), QStringLiteral("Show Tips at Startup"),
+                    QStringLiteral("1"));
         MainViewFrm w;
         w.runStartSequence(); // the tip of the day and the about box
         EXPECT_NE(w.findChild<QDialog*>(QStringLiteral("frmAbout")), nullptr);
@@ -263,7 +279,10 @@ TEST_F(MainViewFrmTest, CommandLineRequestsAndTheClipboardQuestion)
         prompts().clear();
         prompts().answers = {vbNo};
         w.close();
-        EXPECT_EQ(prompts().texts(), QStringList({"There is an image on the clipboard.\r\n\r\nDo you want this data to be available to other applications?"}));
+        EXPECT_EQ(
+            prompts().texts(),
+            QStringList(
+                {"There is an image on the clipboard.\r\n\r\nDo you want this data to be available to other applications?"}));
         EXPECT_TRUE(QApplication::clipboard()->image().isNull());
     }
 }

@@ -1,5 +1,5 @@
-#include "support/KavoriTest.h"
 #include "viewer/PicturePrefetcher.h"
+#include "support/KavoriTest.h"
 
 #include <QFile>
 #include <QThread>
