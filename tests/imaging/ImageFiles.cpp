@@ -5,32 +5,18 @@
 #include <QImageWriter>
 #include <QtEndian>
 
+// The files are laid out field by field, one record to a line.
+// clang-format off
 namespace kavori::test {
 
 namespace {
 
 class Bytes {
 public:
-    Bytes& u8(int v)
-    {
-        m_data.append(char(v & 0xff));
-        return *this;
-    }
-    Bytes& u16(int v)
-    {
-        u8(v);
-        return u8(v >> 8);
-    }
-    Bytes& u32(quint32 v)
-    {
-        u16(int(v & 0xffff));
-        return u16(int(v >> 16));
-    }
-    Bytes& raw(const QByteArray& b)
-    {
-        m_data.append(b);
-        return *this;
-    }
+    Bytes& u8(int v) { m_data.append(char(v & 0xff)); return *this; }
+    Bytes& u16(int v) { u8(v); return u8(v >> 8); }
+    Bytes& u32(quint32 v) { u16(int(v & 0xffff)); return u16(int(v >> 16)); }
+    Bytes& raw(const QByteArray& b) { m_data.append(b); return *this; }
     QByteArray data() const { return m_data; }
     qsizetype size() const { return m_data.size(); }
 
@@ -78,24 +64,14 @@ QByteArray lzwLiterals(const QList<int>& pixels)
 
 QByteArray gifFrame(const QList<int>& pixels)
 {
-    return QByteArray::fromHex("21f904000a000000") + QByteArray::fromHex("2c0000000002000200") +
-           char(0) + lzwLiterals(pixels);
+    return QByteArray::fromHex("21f904000a000000") + QByteArray::fromHex("2c0000000002000200") + char(0) +
+           lzwLiterals(pixels);
 }
 
 QByteArray iconEntryImage(int size, QRgb colour)
 {
     Bytes b;
-    b.u32(40)
-        .u32(quint32(size))
-        .u32(quint32(size * 2))
-        .u16(1)
-        .u16(32)
-        .u32(0)
-        .u32(0)
-        .u32(0)
-        .u32(0)
-        .u32(0)
-        .u32(0);
+    b.u32(40).u32(quint32(size)).u32(quint32(size * 2)).u16(1).u16(32).u32(0).u32(0).u32(0).u32(0).u32(0).u32(0);
     for (int i = 0; i < size * size; ++i)
         b.u8(qBlue(colour)).u8(qGreen(colour)).u8(qRed(colour)).u8(255);
     const int maskRow = ((size + 31) / 32) * 4;
@@ -113,8 +89,7 @@ int sampleIndex(int x, int y)
 {
     return (x / 2 + y) % 4;
 }
-const QRgb kSamplePalette[4] = {qRgb(255, 0, 0), qRgb(0, 255, 0), qRgb(0, 0, 255),
-                                qRgb(255, 255, 255)};
+const QRgb kSamplePalette[4] = {qRgb(255, 0, 0), qRgb(0, 255, 0), qRgb(0, 0, 255), qRgb(255, 255, 255)};
 
 QByteArray pcxRle(const QByteArray& raw)
 {
@@ -142,25 +117,15 @@ QColor SampleColour(int x, int y)
 
 QByteArray RleBitmap(bool rle4)
 {
-    const QList<QRgb> palette = {qRgb(255, 0, 0), qRgb(0, 255, 0), qRgb(0, 0, 255),
-                                 qRgb(255, 255, 255)};
-    const QByteArray data = rle4 ? QByteArray::fromHex("0400"
-                                                       "0000"
-                                                       "0211"
-                                                       "0222"
-                                                       "0001")
-                                 : QByteArray::fromHex("0400"
-                                                       "0000"
-                                                       "0201"
-                                                       "0202"
-                                                       "0001");
+    const QList<QRgb> palette = {qRgb(255, 0, 0), qRgb(0, 255, 0), qRgb(0, 0, 255), qRgb(255, 255, 255)};
+    const QByteArray data = rle4 ? QByteArray::fromHex("0400" "0000" "0211" "0222" "0001")
+                                 : QByteArray::fromHex("0400" "0000" "0201" "0202" "0001");
     return bitmapFile(4, 2, rle4 ? 4 : 8, rle4 ? 2 : 1, palette, data);
 }
 
 QByteArray TopDownBitmap()
 {
-    const QByteArray rows = QByteArray::fromHex("0000ff0000ff0000"
-                                                "ff0000ff00000000");
+    const QByteArray rows = QByteArray::fromHex("0000ff0000ff0000" "ff0000ff00000000");
     QByteArray file = bitmapFile(2, 2, 24, 0, {}, rows);
     qToLittleEndian<qint32>(-2, file.data() + 22);
     return file;
@@ -168,8 +133,7 @@ QByteArray TopDownBitmap()
 
 QByteArray Gif(const QByteArray& signature, bool twoFrames)
 {
-    QByteArray g =
-        signature + QByteArray::fromHex("02000200800000") + QByteArray::fromHex("000000ffffff");
+    QByteArray g = signature + QByteArray::fromHex("02000200800000") + QByteArray::fromHex("000000ffffff");
     if (twoFrames)
         g += QByteArray::fromHex("21ff0b") + "NETSCAPE2.0" + QByteArray::fromHex("0301000000");
     g += gifFrame({0, 1, 1, 0});
@@ -185,36 +149,22 @@ QByteArray IconFile(bool cursor)
     Bytes b;
     b.u16(0).u16(cursor ? 2 : 1).u16(2);
     const quint32 first = 6 + 2 * 16;
-    b.u8(16)
-        .u8(16)
-        .u8(0)
-        .u8(0)
-        .u16(cursor ? 1 : 1)
-        .u16(cursor ? 1 : 32)
-        .u32(quint32(small.size()))
-        .u32(first);
-    b.u8(32)
-        .u8(32)
-        .u8(0)
-        .u8(0)
-        .u16(1)
-        .u16(cursor ? 1 : 32)
-        .u32(quint32(large.size()))
-        .u32(first + quint32(small.size()));
+    b.u8(16).u8(16).u8(0).u8(0).u16(cursor ? 1 : 1).u16(cursor ? 1 : 32).u32(quint32(small.size())).u32(first);
+    b.u8(32).u8(32).u8(0).u8(0).u16(1).u16(cursor ? 1 : 32).u32(quint32(large.size())).u32(first + quint32(small.size()));
     return b.raw(small).raw(large).data();
 }
 
 QByteArray RedWmf()
 {
     Bytes records;
-    records.u32(5).u16(0x020B).u16(0).u16(0);    // SetWindowOrg 0,0
+    records.u32(5).u16(0x020B).u16(0).u16(0);   // SetWindowOrg 0,0
     records.u32(5).u16(0x020C).u16(50).u16(100); // SetWindowExt 100 x 50
     records.u32(7).u16(0x02FC).u16(0).u32(colorref(qRgb(255, 0, 0))).u16(0); // solid red brush
-    records.u32(4).u16(0x012D).u16(0);                                       // select it
-    records.u32(8).u16(0x02FA).u16(5).u16(0).u16(0).u32(0);                  // null pen
+    records.u32(4).u16(0x012D).u16(0);          // select it
+    records.u32(8).u16(0x02FA).u16(5).u16(0).u16(0).u32(0); // null pen
     records.u32(4).u16(0x012D).u16(1);
     records.u32(7).u16(0x041B).u16(50).u16(100).u16(0).u16(0); // Rectangle
-    records.u32(3).u16(0);                                     // end of file
+    records.u32(3).u16(0);                       // end of file
     Bytes header;
     header.u16(1).u16(9).u16(0x0300).u32(quint32(9 + records.size() / 2)).u16(2).u32(8).u16(0);
     Bytes placeable;
@@ -231,27 +181,22 @@ QByteArray RedWmf()
 QByteArray RedEmf()
 {
     Bytes records;
-    records.u32(39)
-        .u32(24)
-        .u32(1)
-        .u32(0)
-        .u32(colorref(qRgb(255, 0, 0)))
-        .u32(0);                                           // CreateBrushIndirect
-    records.u32(37).u32(12).u32(1);                        // SelectObject
-    records.u32(37).u32(12).u32(0x80000008u);              // NULL_PEN
-    records.u32(43).u32(24).u32(0).u32(0).u32(99).u32(49); // Rectangle
-    records.u32(14).u32(20).u32(0).u32(16).u32(20);        // EOF
+    records.u32(39).u32(24).u32(1).u32(0).u32(colorref(qRgb(255, 0, 0))).u32(0); // CreateBrushIndirect
+    records.u32(37).u32(12).u32(1);                                           // SelectObject
+    records.u32(37).u32(12).u32(0x80000008u);                                 // NULL_PEN
+    records.u32(43).u32(24).u32(0).u32(0).u32(99).u32(49);                    // Rectangle
+    records.u32(14).u32(20).u32(0).u32(16).u32(20);                           // EOF
     const quint32 headerSize = 108;
     Bytes h;
     h.u32(1).u32(headerSize);
-    h.u32(0).u32(0).u32(99).u32(49);     // bounds (device units)
-    h.u32(0).u32(0).u32(2645).u32(1322); // frame (0.01 mm), 100 x 50 at 96 dpi
+    h.u32(0).u32(0).u32(99).u32(49);       // bounds (device units)
+    h.u32(0).u32(0).u32(2645).u32(1322);   // frame (0.01 mm), 100 x 50 at 96 dpi
     h.u32(0x464D4520u).u32(0x10000u);
     h.u32(quint32(headerSize + records.size())).u32(6).u16(2).u16(0);
-    h.u32(0).u32(0).u32(0);                  // description, palette
+    h.u32(0).u32(0).u32(0);                // description, palette
     h.u32(1920).u32(1080).u32(508).u32(286); // device pixels and millimetres
-    h.u32(0).u32(0).u32(0);                  // pixel format, OpenGL
-    h.u32(508000).u32(285750);               // micrometres
+    h.u32(0).u32(0).u32(0);                // pixel format, OpenGL
+    h.u32(508000).u32(285750);             // micrometres
     return h.data() + records.data();
 }
 
@@ -296,8 +241,7 @@ QByteArray Pcx(const char* kindName)
         for (int y = 0; y < height; ++y) {
             QByteArray line(bytesPerLine, 0);
             for (int x = 0; x < width; ++x) {
-                const int index =
-                    kind == "mono" ? (sampleIndex(x, y) == 3 ? 1 : 0) : sampleIndex(x, y);
+                const int index = kind == "mono" ? (sampleIndex(x, y) == 3 ? 1 : 0) : sampleIndex(x, y);
                 const int bit = x * bpp;
                 line[bit / 8] = char(uchar(line[bit / 8]) | (index << (8 - bpp - bit % 8)));
             }
@@ -339,25 +283,17 @@ QByteArray Tga(const char* kindName)
             out.u8(qBlue(c)).u8(qGreen(c)).u8(qRed(c));
     };
     if (kind == "mapped") {
-        type = 1;
-        depth = 8;
-        mapType = 1;
-        mapBits = 24;
-        mapLength = 4;
+        type = 1; depth = 8; mapType = 1; mapBits = 24; mapLength = 4;
         for (QRgb c : kSamplePalette)
             map.u8(qBlue(c)).u8(qGreen(c)).u8(qRed(c));
     } else if (kind == "grey") {
-        type = 3;
-        depth = 8;
+        type = 3; depth = 8;
     } else if (kind == "top16") {
-        depth = 16;
-        descriptor = 0x20;
+        depth = 16; descriptor = 0x20;
     } else if (kind == "rle24") {
         type = 10;
     } else if (kind == "rle32") {
-        type = 10;
-        depth = 32;
-        descriptor = 0x28;
+        type = 10; depth = 32; descriptor = 0x28;
     }
     const bool topDown = descriptor & 0x20;
     Bytes data;
@@ -377,19 +313,9 @@ QByteArray Tga(const char* kindName)
         }
     }
     Bytes h;
-    h.u8(3)
-        .u8(mapType)
-        .u8(type)
-        .u16(0)
-        .u16(mapLength)
-        .u8(mapBits)
-        .u16(0)
-        .u16(0)
-        .u16(width)
-        .u16(height)
-        .u8(depth)
-        .u8(descriptor);
+    h.u8(3).u8(mapType).u8(type).u16(0).u16(mapLength).u8(mapBits).u16(0).u16(0).u16(width).u16(height).u8(depth).u8(descriptor);
     return h.raw("abc").raw(map.data()).raw(data.data()).data();
 }
 
 } // namespace kavori::test
+// clang-format on

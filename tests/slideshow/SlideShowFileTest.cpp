@@ -11,6 +11,9 @@
 
 using namespace kavori;
 
+// Show files are written here one value per line, as they stand in the file.
+// clang-format off
+
 namespace {
 
 // Stands for the wait dialog: records what it shows, cancels when told to.
@@ -45,63 +48,14 @@ protected:
     // A current-layout file: header, two slides and a play list.
     QByteArray version3(const QString& pics)
     {
-        return lines({"\"Kavori Slide Show\"",
-                      "\"Version 3.0\"",
-                      "3",
-                      "\"\"",
-                      "0",
-                      "-1",
-                      "7",
-                      "0",
-                      "-1",
-                      "-1",
-                      "0",
-                      "-1",
-                      "0",
-                      "\"About this show\"",
-                      "-1",
-                      "0",
-                      "-1",
-                      "-1",
-                      "\"4\"",
-                      "\"1\"",
-                      "\"10\"",
-                      "0",
-                      "\"a note\"",
-                      "\"" + pics + "one.jpg\"",
-                      "\"First, with a comma\"",
-                      "12",
-                      "\"" + pics + "bell.wav\"",
-                      "2",
-                      "10",
-                      "20",
-                      "1",
-                      "0",
-                      "9",
-                      "3",
-                      "16711680",
-                      "\"" + pics + "wood.bmp\"",
+        return lines({"\"Kavori Slide Show\"", "\"Version 3.0\"", "3", "\"\"", "0", "-1", "7", "0", "-1", "-1",
+                      "0", "-1", "0", "\"About this show\"", "-1", "0", "-1", "-1", "\"4\"", "\"1\"", "\"10\"",
+                      "0", "\"a note\"",
+                      "\"" + pics + "one.jpg\"", "\"First, with a comma\"", "12", "\"" + pics + "bell.wav\"", "2",
+                      "10", "20", "1", "0", "9", "3", "16711680", "\"" + pics + "wood.bmp\"",
                       "\"1,5,5,Arial,12,0,255,0,0,1,0,0,3,0\"",
-                      "\"" + pics + "two.gif\"",
-                      "\"\"",
-                      "0",
-                      "\"3\"",
-                      "0",
-                      "0",
-                      "0",
-                      "0",
-                      "1",
-                      "5",
-                      "0",
-                      "0",
-                      "\"\"",
-                      "\"\"",
-                      "\"<PlayList>\"",
-                      "\"1\"",
-                      "\"Mix\"",
-                      "\"\"",
-                      "\"" + pics + "bell.wav\"",
-                      "\"" + pics + "song.mp3\""});
+                      "\"" + pics + "two.gif\"", "\"\"", "0", "\"3\"", "0", "0", "0", "0", "1", "5", "0", "0", "\"\"", "\"\"",
+                      "\"<PlayList>\"", "\"1\"", "\"Mix\"", "\"\"", "\"" + pics + "bell.wav\"", "\"" + pics + "song.mp3\""});
     }
     QString pics() { return root() + QStringLiteral("pics/"); }
     void makeMedia()
@@ -149,8 +103,7 @@ TEST_F(SlideShowFileTest, CurrentLayoutRoundTripsByteForByte)
     CurrentSettings().UsePlayList = true;
     const QString copy = root() + QStringLiteral("shows/copy.kav");
     ASSERT_TRUE(WriteSlideShow(copy));
-    EXPECT_EQ(QString::fromUtf8(readFile(copy)).toStdString(),
-              QString::fromUtf8(original).toStdString());
+    EXPECT_EQ(QString::fromUtf8(readFile(copy)).toStdString(), QString::fromUtf8(original).toStdString());
     CurrentSettings().SoundMode = 1;
     ASSERT_TRUE(WriteSlideShow(copy));
     EXPECT_FALSE(readFile(copy).contains("<PlayList>"));
@@ -161,13 +114,12 @@ TEST_F(SlideShowFileTest, OldLayoutsLoadWithDefaultsAndSaveAsCurrent)
     CurrentSettings().StretchImages = true;
     CurrentSettings().EnlargeImages = false;
     const QString old = writeFile(QStringLiteral("old.kav"),
-                                  lines({"Kavori Slide Show", "Version 1.X", "1", "", "0", "0", "6",
-                                         "-1", "0", "/p/a.bmp", "/p/b.bmp", "/p/c.bmp"}));
+                                  lines({"Kavori Slide Show", "Version 1.X", "1", "", "0", "0", "6", "-1", "0",
+                                         "/p/a.bmp", "/p/b.bmp", "/p/c.bmp"}));
     ASSERT_TRUE(ReadSlideShow(old));
     ASSERT_EQ(prompts().calls.size(), 1);
-    EXPECT_EQ(
-        prompts().calls[0].text,
-        "This Slide Show file was created with an earlier version of Kavori.\r\nNOTE:\r\nWhen the file is saved, it will be stored in the new format...");
+    EXPECT_EQ(prompts().calls[0].text,
+              "This Slide Show file was created with an earlier version of Kavori.\r\nNOTE:\r\nWhen the file is saved, it will be stored in the new format...");
     const SlideShow& show = CurrentShow();
     ASSERT_EQ(show.slides.size(), 3);
     EXPECT_TRUE(show.changed);
@@ -185,10 +137,9 @@ TEST_F(SlideShowFileTest, OldLayoutsLoadWithDefaultsAndSaveAsCurrent)
 
     // 1.5 adds three flags and a description per slide, cut to 200 characters.
     const QString longText = QString(250, u'd');
-    ASSERT_TRUE(ReadSlideShow(
-        writeFile(QStringLiteral("v15.kav"),
-                  lines({"Kavori Slide Show", "Version 1.5", "0", "", "0", "0", "5", "0", "0", "-1",
-                         "0", "-1", "/p/a.bmp", longText, "/p/b.bmp", "\"short\""}))));
+    ASSERT_TRUE(ReadSlideShow(writeFile(QStringLiteral("v15.kav"),
+                                        lines({"Kavori Slide Show", "Version 1.5", "0", "", "0", "0", "5", "0", "0",
+                                               "-1", "0", "-1", "/p/a.bmp", longText, "/p/b.bmp", "\"short\""}))));
     ASSERT_EQ(CurrentShow().slides.size(), 2);
     EXPECT_EQ(CurrentShow().slides[0].SlideDescription.size(), 200);
     EXPECT_EQ(CurrentShow().slides[1].SlideDescription, "short");
@@ -199,18 +150,15 @@ TEST_F(SlideShowFileTest, OldLayoutsLoadWithDefaultsAndSaveAsCurrent)
 TEST_F(SlideShowFileTest, RefusalsAndNotesSayTheShowWord)
 {
     EXPECT_FALSE(ReadSlideShow(writeFile(QStringLiteral("a.kav"), "Something else\r\n")));
-    EXPECT_EQ(
-        prompts().calls.last().text,
-        "The selected file is not a valid Kavori Slide Show file...\r\nFilenames with .KAV in the last 4 positions are normally associated with Kavori files.");
+    EXPECT_EQ(prompts().calls.last().text,
+              "The selected file is not a valid Kavori Slide Show file...\r\nFilenames with .KAV in the last 4 positions are normally associated with Kavori files.");
     EXPECT_EQ(prompts().calls.last().style, vbExclamation);
 
     CurrentShow().slides.append(NewSlide(QStringLiteral("/p/x.jpg")));
     CurrentStartup().ScreenSaverMode = true;
-    EXPECT_FALSE(
-        ReadSlideShow(writeFile(QStringLiteral("b.kav"), "Kavori Slide Show\r\nVersion 4.2\r\n")));
-    EXPECT_EQ(
-        prompts().calls.last().text,
-        "The selected Screen Saver file was created with a different release (Version 4.2) of Kavori.\r\nYou are currently running:\r\nVersion: 3.0.0\r\nUnable to open this Screen Saver...");
+    EXPECT_FALSE(ReadSlideShow(writeFile(QStringLiteral("b.kav"), "Kavori Slide Show\r\nVersion 4.2\r\n")));
+    EXPECT_EQ(prompts().calls.last().text,
+              "The selected Screen Saver file was created with a different release (Version 4.2) of Kavori.\r\nYou are currently running:\r\nVersion: 3.0.0\r\nUnable to open this Screen Saver...");
     EXPECT_TRUE(CurrentShow().slides.isEmpty()); // the previous show is gone
     CurrentStartup().ScreenSaverMode = false;
 
@@ -220,22 +168,17 @@ TEST_F(SlideShowFileTest, RefusalsAndNotesSayTheShowWord)
               "The selected file is not a valid Kavori Screen Saver file...");
     QString note;
     CurrentStartup().WaveDevices = true;
-    ASSERT_TRUE(ReadScreenSaverShow(
-        writeFile(QStringLiteral("d.kav"), lines({"Kavori Slide Show", "Version 1.X", "2", "", "4",
-                                                  "0", "5", "0", "0", "/p/a.jpg"})),
-        &note));
-    EXPECT_EQ(
-        prompts().calls.last().text,
-        "This Screen Saver file was created with an earlier version of Kavori.\r\nNOTE:\r\nIf the file is saved, it will be stored in the new format...");
+    ASSERT_TRUE(ReadScreenSaverShow(writeFile(QStringLiteral("d.kav"), lines({"Kavori Slide Show", "Version 1.X", "2", "", "4", "0", "5", "0", "0", "/p/a.jpg"})), &note));
+    EXPECT_EQ(prompts().calls.last().text,
+              "This Screen Saver file was created with an earlier version of Kavori.\r\nNOTE:\r\nIf the file is saved, it will be stored in the new format...");
     EXPECT_EQ(note, "Play CD Track 4...");
 
     // Transitions at 256 colours are noted.
     SetDisplayColorDepthOverride(8);
     makeMedia();
     ASSERT_TRUE(ReadSlideShow(writeFile(QStringLiteral("e.kav"), version3(pics()))));
-    EXPECT_EQ(
-        prompts().calls.last().text,
-        "This slide show contains slide transitions, they are disabled when running in 256 color mode.\r\nSet your display properties to more than 256 colors or disable transitions to remove this message...");
+    EXPECT_EQ(prompts().calls.last().text,
+              "This slide show contains slide transitions, they are disabled when running in 256 color mode.\r\nSet your display properties to more than 256 colors or disable transitions to remove this message...");
 }
 
 TEST_F(SlideShowFileTest, MouseCodeSpeedAndErrorFlagLines)
@@ -256,29 +199,9 @@ TEST_F(SlideShowFileTest, MouseCodeSpeedAndErrorFlagLines)
     };
     for (const Case& c : cases) {
         ResetSettings();
-        ASSERT_TRUE(ReadSlideShow(writeFile(QStringLiteral("m.kav"), lines({"Kavori Slide Show",
-                                                                            "Version 2.0",
-                                                                            "0",
-                                                                            "\"\"",
-                                                                            "0",
-                                                                            "0",
-                                                                            "5",
-                                                                            "0",
-                                                                            "0",
-                                                                            "0",
-                                                                            "-1",
-                                                                            "-1",
-                                                                            "0",
-                                                                            "\"\"",
-                                                                            "0",
-                                                                            "0",
-                                                                            "0",
-                                                                            "0",
-                                                                            c.speed,
-                                                                            c.error,
-                                                                            c.mouse,
-                                                                            "-1",
-                                                                            "\"\""}))))
+        ASSERT_TRUE(ReadSlideShow(writeFile(QStringLiteral("m.kav"),
+                                            lines({"Kavori Slide Show", "Version 2.0", "0", "\"\"", "0", "0", "5", "0", "0", "0", "-1",
+                                                   "-1", "0", "\"\"", "0", "0", "0", "0", c.speed, c.error, c.mouse, "-1", "\"\""}))))
             << c.mouse;
         EXPECT_EQ(CurrentSettings().TransitionSpeed, c.expectSpeed) << c.speed;
         EXPECT_EQ(CurrentSettings().SlideIgnoreError, c.ignore) << c.error;
@@ -295,9 +218,8 @@ TEST_F(SlideShowFileTest, LimitsAndDamagedFiles)
         big += "/p/" + QByteArray::number(i) + ".jpg\r\n";
     ASSERT_TRUE(ReadSlideShow(writeFile(QStringLiteral("big.kav"), big)));
     EXPECT_EQ(CurrentShow().slides.size(), 30001);
-    EXPECT_EQ(
-        prompts().calls.last().text,
-        "The maximum of 30,000 slides has been loaded. Any remaining images in the Slide Show file will be ignored...");
+    EXPECT_EQ(prompts().calls.last().text,
+              "The maximum of 30,000 slides has been loaded. Any remaining images in the Slide Show file will be ignored...");
 
     // The play list keeps 1,001 entries and says 1,000.
     QByteArray list = version3(pics()).left(version3(pics()).indexOf("\"<PlayList>\""));
@@ -307,9 +229,8 @@ TEST_F(SlideShowFileTest, LimitsAndDamagedFiles)
         list += "\"" + pics().toUtf8() + "bell.wav\"\r\n";
     ASSERT_TRUE(ReadSlideShow(writeFile(QStringLiteral("list.kav"), list)));
     EXPECT_EQ(CurrentShow().PlayList.size(), 1001);
-    EXPECT_EQ(
-        prompts().calls.last().text,
-        "The maximum number of 1,000 sound files has been reached, unable to add the remaining files to the Play List...");
+    EXPECT_EQ(prompts().calls.last().text,
+              "The maximum number of 1,000 sound files has been reached, unable to add the remaining files to the Play List...");
 
     // A record cut short keeps the slides before it and says so.
     QByteArray cut = version3(pics());
@@ -317,20 +238,17 @@ TEST_F(SlideShowFileTest, LimitsAndDamagedFiles)
     prompts().clear();
     ASSERT_TRUE(ReadSlideShow(writeFile(QStringLiteral("cut.kav"), cut)));
     EXPECT_EQ(CurrentShow().slides.size(), 1);
-    EXPECT_EQ(
-        prompts().texts().last(),
-        "An error occurred while reading Slide Show data.\r\nThis may not be a valid Slide Show file...");
+    EXPECT_EQ(prompts().texts().last(),
+              "An error occurred while reading Slide Show data.\r\nThis may not be a valid Slide Show file...");
 
     // A version line only, garbage, an endless line, a folder: no crash.
-    ASSERT_TRUE(
-        ReadSlideShow(writeFile(QStringLiteral("v.kav"), "Kavori Slide Show\r\nVersion 3.0\r\n")));
+    ASSERT_TRUE(ReadSlideShow(writeFile(QStringLiteral("v.kav"), "Kavori Slide Show\r\nVersion 3.0\r\n")));
     EXPECT_TRUE(CurrentShow().slides.isEmpty());
     QByteArray garbage = "Kavori Slide Show\r\nVersion 3.0\r\n";
     for (int i = 0; i < 5000; ++i)
         garbage.append(char((i * 37) & 0xff));
     ReadSlideShow(writeFile(QStringLiteral("g.kav"), garbage));
-    ReadSlideShow(writeFile(QStringLiteral("l.kav"), "Kavori Slide Show\r\nVersion 1.X\r\n" +
-                                                         QByteArray(50 * 1024 * 1024, 'a')));
+    ReadSlideShow(writeFile(QStringLiteral("l.kav"), "Kavori Slide Show\r\nVersion 1.X\r\n" + QByteArray(50 * 1024 * 1024, 'a')));
     EXPECT_FALSE(ReadSlideShow(root()));
 }
 
@@ -338,66 +256,19 @@ TEST_F(SlideShowFileTest, PathsAreRepairedAgainstTheShowFolder)
 {
     writeFile(QStringLiteral("shows/bell.wav"), "x");
     writeFile(QStringLiteral("shows/tex/wood.bmp"), "x");
-    QByteArray file = lines({"Kavori Slide Show",
-                             "Version 3.0",
-                             "1",
-                             "\"/old/place/bell.wav\"",
-                             "0",
-                             "0",
-                             "5",
-                             "0",
-                             "0",
-                             "0",
-                             "-1",
-                             "-1",
-                             "0",
-                             "\"\"",
-                             "0",
-                             "0",
-                             "0",
-                             "0",
-                             "\"3\"",
-                             "\"0\"",
-                             "\"01\"",
-                             "-1",
-                             "\"\""});
-    file += lines({"\"a.jpg\"",
-                   "\"\"",
-                   "0",
-                   "\"bell.wav\"",
-                   "0",
-                   "0",
-                   "0",
-                   "0",
-                   "1",
-                   "5",
-                   "0",
-                   "0",
-                   "\"tex/wood.bmp\"",
-                   "\"\"",
-                   "\"b.jpg\"",
-                   "\"\"",
-                   "0",
-                   "\"gone.wav\"",
-                   "0",
-                   "0",
-                   "0",
-                   "0",
-                   "1",
-                   "5",
-                   "0",
-                   "0",
-                   "\"/nowhere/x.bmp\"",
-                   "\"\""});
+    QByteArray file = lines({"Kavori Slide Show", "Version 3.0", "1", "\"/old/place/bell.wav\"", "0", "0", "5", "0", "0", "0",
+                             "-1", "-1", "0", "\"\"", "0", "0", "0", "0", "\"3\"", "\"0\"", "\"01\"", "-1", "\"\""});
+    file += lines({"\"a.jpg\"", "\"\"", "0", "\"bell.wav\"", "0", "0", "0", "0", "1", "5", "0", "0", "\"tex/wood.bmp\"", "\"\"",
+                   "\"b.jpg\"", "\"\"", "0", "\"gone.wav\"", "0", "0", "0", "0", "1", "5", "0", "0", "\"/nowhere/x.bmp\"", "\"\""});
     const QString path = writeFile(QStringLiteral("shows/repair.kav"), file);
     ASSERT_TRUE(ReadSlideShow(path));
     const QString folder = root() + QStringLiteral("shows/");
-    EXPECT_EQ(CurrentSettings().SoundFile, folder + "bell.wav"); // moved: found beside the show
+    EXPECT_EQ(CurrentSettings().SoundFile, folder + "bell.wav");      // moved: found beside the show
     EXPECT_EQ(CurrentShow().slides[0].SlideSound, folder + "bell.wav"); // relative
     EXPECT_EQ(CurrentShow().slides[0].SlideTexture, folder + "tex/wood.bmp");
-    EXPECT_EQ(CurrentShow().slides[1].SlideSound, ""); // missing
+    EXPECT_EQ(CurrentShow().slides[1].SlideSound, "");                 // missing
     EXPECT_EQ(CurrentShow().slides[1].SlideTexture, "");
-    EXPECT_EQ(CurrentShow().slides[0].SlideFile, "a.jpg"); // pictures keep their names
+    EXPECT_EQ(CurrentShow().slides[0].SlideFile, "a.jpg");              // pictures keep their names
 }
 
 TEST_F(SlideShowFileTest, SavingCopiesIntoTheShowFolderAskingBeforeReplacing)
@@ -412,8 +283,7 @@ TEST_F(SlideShowFileTest, SavingCopiesIntoTheShowFolderAskingBeforeReplacing)
     s.SaveSlides = true;
     s.SoundMode = 3;
     SlideShow& show = CurrentShow();
-    for (const QString& f :
-         QStringList{showDir + "inside.jpg", media + "one.jpg", media + "two.jpg"}) {
+    for (const QString& f : QStringList{showDir + "inside.jpg", media + "one.jpg", media + "two.jpg"}) {
         Slide slide = NewSlide(f);
         slide.SlideSound = media + QStringLiteral("bell.wav");
         slide.SlideTexture = media + QStringLiteral("wood.bmp");
@@ -425,9 +295,8 @@ TEST_F(SlideShowFileTest, SavingCopiesIntoTheShowFolderAskingBeforeReplacing)
     ASSERT_TRUE(SaveSlideShow(path, &progress));
     // One question for the bell that was there already (No keeps it), asked once.
     ASSERT_EQ(prompts().calls.size(), 2);
-    EXPECT_EQ(
-        prompts().calls[0].text,
-        "The sound file \"bell.wav\" already exists in the slide show folder.\r\nDo you want to replace it with the one specified in the current slide show?");
+    EXPECT_EQ(prompts().calls[0].text,
+              "The sound file \"bell.wav\" already exists in the slide show folder.\r\nDo you want to replace it with the one specified in the current slide show?");
     EXPECT_EQ(prompts().calls[1].text, "Kavori has finished copying files...");
     EXPECT_EQ(readFile(showDir + QStringLiteral("bell.wav")), "old bell");
     EXPECT_EQ(readFile(showDir + QStringLiteral("one.jpg")), "new one.jpg");
@@ -457,9 +326,8 @@ TEST_F(SlideShowFileTest, SavingCopiesIntoTheShowFolderAskingBeforeReplacing)
     FakeProgress cancelling;
     cancelling.cancelAfter = 1;
     EXPECT_FALSE(SaveSlideShow(path, &cancelling));
-    EXPECT_EQ(
-        prompts().texts().last(),
-        "Save was canceled before it could complete, slide show file may be corrupt as a result...");
+    EXPECT_EQ(prompts().texts().last(),
+              "Save was canceled before it could complete, slide show file may be corrupt as a result...");
     EXPECT_EQ(readFile(showDir + QStringLiteral("bell.wav")), "newer bell");
 
     // With SaveSlides off, outside names are written in full.
@@ -468,3 +336,4 @@ TEST_F(SlideShowFileTest, SavingCopiesIntoTheShowFolderAskingBeforeReplacing)
     ASSERT_TRUE(SaveSlideShow(path, &progress));
     EXPECT_TRUE(readFile(path).contains(("\"" + media + "two.jpg\"").toUtf8()));
 }
+// clang-format on

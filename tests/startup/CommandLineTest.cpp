@@ -23,6 +23,7 @@ TEST_F(CommandLineTest, NormalisingQuotesAndLoadTime)
         const char* line;
         bool loadTime;
     };
+    // clang-format off
     const Case cases[] = {
         {"", "", false},
         {"   /pics/a.jpg  ", "/pics/a.jpg", false},
@@ -34,6 +35,7 @@ TEST_F(CommandLineTest, NormalisingQuotesAndLoadTime)
         {"LOADTIME FULLSCREEN /pics/a.gif", "FULLSCREEN /pics/a.gif", true},
         {"LOADTIMEX", "X", true},
     };
+    // clang-format on
     for (const Case& c : cases) {
         const NormalizedCommandLine n = NormalizeCommandLine(QString::fromUtf8(c.raw));
         EXPECT_EQ(n.commandLine, QString::fromUtf8(c.line)) << c.raw;
@@ -55,76 +57,33 @@ TEST_F(CommandLineTest, EveryFormChoosesItsMode)
     const StartOptions plain;
     const StartOptions fullFirst{true, true};
     const StartOptions fullStay{true, false};
+    // clang-format off
     const QList<Case> cases = {
         {QString(), plain, StartMode::MainWindow, QString(), QString(), false},
-        {QStringLiteral("/pics/a.jpg"),
-         plain,
-         StartMode::MainWindow,
-         QStringLiteral("/pics/a.jpg"),
-         {},
-         false},
-        {QStringLiteral("/pics/A.JPEG"),
-         plain,
-         StartMode::MainWindow,
-         QStringLiteral("/pics/A.JPEG"),
-         {},
-         false},
-        {QStringLiteral("/pics/a.tif"),
-         plain,
-         StartMode::MainWindow,
-         QStringLiteral("/pics/a.tif"),
-         {},
-         false},
-        {QStringLiteral("/pics/a.jpg"), fullFirst, StartMode::FullScreenImage,
-         QStringLiteral("/pics/a.jpg"), QStringLiteral("/pics/a.jpg"), false},
-        {QStringLiteral("FULLSCREEN /pics/a.gif"), plain, StartMode::FullScreenImage,
-         QStringLiteral("/pics/a.gif"), QStringLiteral("/pics/a.gif"), false},
-        {QStringLiteral("fullscreen   /pics/a.cur"), plain, StartMode::FullScreenImage,
-         QStringLiteral("/pics/a.cur"), QStringLiteral("/pics/a.cur"), false},
-        {QStringLiteral("LOADTIME FULLSCREEN /pics/a.gif"), plain, StartMode::FullScreenImage,
-         QStringLiteral("/pics/a.gif"), QStringLiteral("/pics/a.gif"), false},
-        {QStringLiteral("\"/shows/My Show.kav\""),
-         plain,
-         StartMode::SlideShow,
-         {},
-         QStringLiteral("/shows/My Show.kav"),
-         false},
-        {QStringLiteral("SCRNSAVE /shows/a.kav"),
-         plain,
-         StartMode::ScreenSaver,
-         {},
-         QStringLiteral("/shows/a.kav"),
-         true},
-        {QStringLiteral("scrnsave /shows/a.kav"),
-         plain,
-         StartMode::SlideShow,
-         {},
-         QStringLiteral("scrnsave /shows/a.kav"),
-         false},
+        {QStringLiteral("/pics/a.jpg"), plain, StartMode::MainWindow, QStringLiteral("/pics/a.jpg"), {}, false},
+        {QStringLiteral("/pics/A.JPEG"), plain, StartMode::MainWindow, QStringLiteral("/pics/A.JPEG"), {}, false},
+        {QStringLiteral("/pics/a.tif"), plain, StartMode::MainWindow, QStringLiteral("/pics/a.tif"), {}, false},
+        {QStringLiteral("/pics/a.jpg"), fullFirst, StartMode::FullScreenImage, QStringLiteral("/pics/a.jpg"), QStringLiteral("/pics/a.jpg"), false},
+        {QStringLiteral("FULLSCREEN /pics/a.gif"), plain, StartMode::FullScreenImage, QStringLiteral("/pics/a.gif"), QStringLiteral("/pics/a.gif"), false},
+        {QStringLiteral("fullscreen   /pics/a.cur"), plain, StartMode::FullScreenImage, QStringLiteral("/pics/a.cur"), QStringLiteral("/pics/a.cur"), false},
+        {QStringLiteral("LOADTIME FULLSCREEN /pics/a.gif"), plain, StartMode::FullScreenImage, QStringLiteral("/pics/a.gif"), QStringLiteral("/pics/a.gif"), false},
+        {QStringLiteral("\"/shows/My Show.kav\""), plain, StartMode::SlideShow, {}, QStringLiteral("/shows/My Show.kav"), false},
+        {QStringLiteral("SCRNSAVE /shows/a.kav"), plain, StartMode::ScreenSaver, {}, QStringLiteral("/shows/a.kav"), true},
+        {QStringLiteral("scrnsave /shows/a.kav"), plain, StartMode::SlideShow, {}, QStringLiteral("scrnsave /shows/a.kav"), false},
         {QStringLiteral("SCRNSAVE"), plain, StartMode::End, {}, {}, true},
         {QStringLiteral("SCRNSAVE /pics/a.jpg"), plain, StartMode::End, {}, {}, true},
-        {QStringLiteral("SCRNSAVE /pics/a.jpg"), fullStay, StartMode::FullScreenImage,
-         QStringLiteral("SCRNSAVE /pics/a.jpg"), QStringLiteral("SCRNSAVE /pics/a.jpg"), false},
+        {QStringLiteral("SCRNSAVE /pics/a.jpg"), fullStay, StartMode::FullScreenImage, QStringLiteral("SCRNSAVE /pics/a.jpg"), QStringLiteral("SCRNSAVE /pics/a.jpg"), false},
         {QStringLiteral("C"), plain, StartMode::ScreenSaverSettings, {}, {}, true},
         {QStringLiteral("/C"), plain, StartMode::ScreenSaverSettings, {}, {}, true},
         {QStringLiteral("/c"), plain, StartMode::ScreenSaverSettings, {}, {}, true},
         {QStringLiteral("SCRNSAVE C"), plain, StartMode::ScreenSaverSettings, {}, {}, true},
         {QStringLiteral("ABOUT"), plain, StartMode::MainWindow, QStringLiteral("ABOUT"), {}, false},
-        {QStringLiteral("/ABOUT"),
-         plain,
-         StartMode::MainWindow,
-         QStringLiteral("ABOUT"),
-         {},
-         false},
-        {QStringLiteral("/SCRNSAVE /shows/a.kav"),
-         plain,
-         StartMode::ScreenSaver,
-         {},
-         QStringLiteral("/shows/a.kav"),
-         true},
+        {QStringLiteral("/ABOUT"), plain, StartMode::MainWindow, QStringLiteral("ABOUT"), {}, false},
+        {QStringLiteral("/SCRNSAVE /shows/a.kav"), plain, StartMode::ScreenSaver, {}, QStringLiteral("/shows/a.kav"), true},
         {QStringLiteral("/?"), plain, StartMode::MainWindow, QStringLiteral("?"), {}, false},
         {QStringLiteral("/EDIT ") + show, plain, StartMode::MainWindow, QString(), {}, false},
     };
+    // clang-format on
     for (const Case& c : cases) {
         const StartDecision d = decide(c.raw, c.options);
         EXPECT_EQ(int(d.mode), int(c.mode)) << c.raw.toStdString();
@@ -150,14 +109,16 @@ TEST_F(CommandLineTest, EditRequestNeedsAnExistingShowByFullPath)
         QString raw;
         QString editFile;
     };
+    // clang-format off
     const QList<Case> cases = {
         {QStringLiteral("/EDIT ") + show, show},
         {QStringLiteral("/edit ") + lower, lower},
         {QStringLiteral("\"/EDIT ") + show + u'"', show},
-        {QStringLiteral("/EDIT Trip.KAV"), QString()},                               // no full path
+        {QStringLiteral("/EDIT Trip.KAV"), QString()},            // no full path
         {QStringLiteral("/EDIT ") + root() + QStringLiteral("none.kav"), QString()}, // missing
-        {QStringLiteral("/EDIT ") + image, QString()},                               // not a show
+        {QStringLiteral("/EDIT ") + image, QString()},            // not a show
     };
+    // clang-format on
     for (const Case& c : cases) {
         QString editFile;
         const StartDecision d = decide(c.raw, {}, &editFile);

@@ -14,47 +14,17 @@ TEST_F(MainMenusTest, EveryCommandAndButtonIsThereByName)
     MainViewFrm window;
     EXPECT_EQ(window.windowTitle(), "Kavori");
     const QStringList names = MainMenuActionNames();
-    for (const char* name : {"mnuOpen",
-                             "mnuNewImage",
-                             "mnuSaveCopy",
-                             "mnuExportJPG",
-                             "mnuExportBMP",
-                             "mnuImportPCX",
-                             "mnuImportTGA",
-                             "mnuReloadImage",
-                             "mnuLast1",
-                             "mnuLast7",
-                             "mnuMoreRecent",
-                             "mnuExit",
-                             "mnuUndo",
-                             "mnuCopy",
-                             "mnuPaste",
-                             "mnuCrop",
-                             "mnu25Larger",
-                             "mnu50Smaller",
-                             "mnuEditImageSize",
-                             "mnu90CW",
-                             "mnu90CCW",
-                             "mnu180Degrees",
-                             "mnuArbitrary",
-                             "mnuFlipHorizontal",
-                             "mnuFlipVertically",
-                             "mnuBrowseFirst",
-                             "mnuBrowseLast",
-                             "mnuFullScreen",
-                             "mnuSlideShow",
-                             "mnuPackage",
-                             "mnuSSaverSettings",
-                             "mnuSearchDuplicate",
-                             "mnuSaveFavoritesAsShow",
-                             "mnuTopmost",
-                             "mnuSelectLanguage",
-                             "mnuOpenEditor5",
-                             "mnuSelectProgram5",
-                             "mnuMediaPlayer",
-                             "mnuHelpContents",
-                             "mnuTipOfDay",
-                             "mnuAbout"}) {
+    // clang-format off
+    for (const char* name :
+         {"mnuOpen", "mnuNewImage", "mnuSaveCopy", "mnuExportJPG", "mnuExportBMP", "mnuImportPCX",
+          "mnuImportTGA", "mnuReloadImage", "mnuLast1", "mnuLast7", "mnuMoreRecent", "mnuExit",
+          "mnuUndo", "mnuCopy", "mnuPaste", "mnuCrop", "mnu25Larger", "mnu50Smaller",
+          "mnuEditImageSize", "mnu90CW", "mnu90CCW", "mnu180Degrees", "mnuArbitrary",
+          "mnuFlipHorizontal", "mnuFlipVertically", "mnuBrowseFirst", "mnuBrowseLast",
+          "mnuFullScreen", "mnuSlideShow", "mnuPackage", "mnuSSaverSettings", "mnuSearchDuplicate",
+          "mnuSaveFavoritesAsShow", "mnuTopmost", "mnuSelectLanguage", "mnuOpenEditor5",
+          "mnuSelectProgram5", "mnuMediaPlayer", "mnuHelpContents", "mnuTipOfDay", "mnuAbout"}) {
+        // clang-format on
         EXPECT_TRUE(names.contains(QString::fromLatin1(name))) << name;
         EXPECT_NE(window.findChild<QAction*>(QString::fromLatin1(name)), nullptr) << name;
     }
