@@ -1,9 +1,12 @@
 #include "playback/TransitionEngine.h"
+#include "playback/ClockPacer.h"
 #include "playback/TransitionCanvas.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Random.h"
 #include "settings/Settings.h"
 #include "support/KavoriTest.h"
+
+#include <QElapsedTimer>
 
 using namespace kavori;
 
@@ -166,4 +169,18 @@ TEST_F(TransitionEngineTest, RandomNumbersAreOneToFiftySeven)
         seen.insert(n);
     }
     EXPECT_EQ(seen.size(), 57);
+}
+
+TEST_F(TransitionEngineTest, ClockPacerPresentsOncePerFrameAndKeepsTime)
+{
+    int presents = 0;
+    ClockPacer pacer([&] { ++presents; }, 100.0); // 100 us a pass: 10 ms a pause of 100
+    QElapsedTimer clock;
+    clock.start();
+    for (int i = 0; i < 4; ++i)
+        pacer.pause(100);
+    EXPECT_EQ(presents, 2); // at 20 ms and 40 ms of the effect's time
+    EXPECT_GE(clock.elapsed(), 19); // never ahead of the real clock at a presentation
+    pacer.finish();
+    EXPECT_EQ(presents, 3);
 }
