@@ -179,7 +179,7 @@ TEST_F(TransitionEngineTest, ClockPacerPresentsOncePerFrameAndKeepsTime)
     clock.start();
     for (int i = 0; i < 4; ++i)
         pacer.pause(100);
-    EXPECT_EQ(presents, 2); // at 20 ms and 40 ms of the effect's time
+    EXPECT_EQ(presents, 2);         // at 20 ms and 40 ms of the effect's time
     EXPECT_GE(clock.elapsed(), 19); // never ahead of the real clock at a presentation
     pacer.finish();
     EXPECT_EQ(presents, 3);
