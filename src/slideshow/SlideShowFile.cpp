@@ -135,6 +135,9 @@ void oldLayoutDefaults(Settings& s, SlideShow& show)
 void readPlayList(RecordReader& r, SlideShow& show, const QString& folder)
 {
     Settings& s = CurrentSettings();
+    // The file keeps no switch of its own for the play list: a show that has one uses it, so
+    // saving it again keeps the list.
+    s.UsePlayList = true;
     s.PlayListRandom = r.text() == QLatin1String("1");
     show.PlayListText1 = r.text();
     show.PlayListText2 = r.text();

@@ -99,8 +99,8 @@ TEST_F(SlideShowFileTest, CurrentLayoutRoundTripsByteForByte)
     EXPECT_FALSE(show.changed);
     EXPECT_TRUE(IsCurrentSlideShow(path));
 
-    // The play list is written only for per-slide sound with the play list on.
-    CurrentSettings().UsePlayList = true;
+    // A show with a play list uses it; it is written only for per-slide sound.
+    EXPECT_TRUE(s.UsePlayList);
     const QString copy = root() + QStringLiteral("shows/copy.kav");
     ASSERT_TRUE(WriteSlideShow(copy));
     EXPECT_EQ(QString::fromUtf8(readFile(copy)).toStdString(), QString::fromUtf8(original).toStdString());
