@@ -366,7 +366,7 @@ template <Snake Way, bool Variation> void blocks(EffectRun& r)
     }
 }
 
-// ---- Lines: columns one line (a.k.a. 16 pixels) wide, in two interleaved sets.
+// ---- Lines: columns 16 pixels wide, in two interleaved sets.
 
 int lineCount(const EffectRun& r)
 {
