@@ -70,7 +70,7 @@ int reaching(int extent, int strip)
     return std::max(R(double(extent) / strip), (extent + strip - 1) / strip);
 }
 
-// ---- Centre out / in -------------------------------------------------------------------
+// Centre out / in.
 
 void centreOutHorizontal(EffectRun& r)
 {
@@ -132,7 +132,7 @@ void centreInVertical(EffectRun& r)
     }
 }
 
-// ---- Slide in and diagonal slide -------------------------------------------------------
+// Slide in and diagonal slide.
 
 template <int DX, int DY> void slideIn(EffectRun& r)
 {
@@ -164,7 +164,7 @@ template <int FromRight, int FromBottom> void diagonalSlide(EffectRun& r)
     }
 }
 
-// ---- Wipes ------------------------------------------------------------------------------
+// Wipes.
 
 void wipeLeftToRight(EffectRun& r)
 {
@@ -202,7 +202,7 @@ void wipeBottomToTop(EffectRun& r)
             return;
 }
 
-// ---- Stripes ----------------------------------------------------------------------------
+// Stripes.
 
 void stripesHorizontal(EffectRun& r)
 {
@@ -232,8 +232,7 @@ void stripesVertical(EffectRun& r)
     }
 }
 
-// ---- Blinds: slats opening from their middle; the 2 pass kind opens every other slat first.
-
+// Blinds: slats opening from their middle; the 2 pass kind opens every other slat first.
 template <bool Horizontal, int Passes> void blinds(EffectRun& r)
 {
     const int n = r.a;
@@ -265,7 +264,7 @@ template <bool Horizontal, int Passes> void blinds(EffectRun& r)
     }
 }
 
-// ---- Venetian blinds --------------------------------------------------------------------
+// Venetian blinds.
 
 // Every slat opens from its top (or left) edge, one row (or column) more per pass.
 template <bool Horizontal> void venetian(EffectRun& r)
@@ -288,7 +287,7 @@ template <bool Horizontal> void venetian(EffectRun& r)
     }
 }
 
-// ---- Diagonal wipes: lines of blocks at 45 degrees from one top corner to the far corner.
+// Diagonal wipes: lines of blocks at 45 degrees from one top corner to the far corner.
 // The 2 pass kind lays every other block of each line, then comes back for the rest.
 
 template <bool Mirrored, int Passes> void diagonalWipe(EffectRun& r)
@@ -324,7 +323,7 @@ template <bool Mirrored, int Passes> void diagonalWipe(EffectRun& r)
     }
 }
 
-// ---- Blocks: a snake over pairs of rows (or columns); the Variation covers each pair
+// Blocks: a snake over pairs of rows (or columns); the Variation covers each pair
 // position by position, first line then second, instead of going out and back.
 
 enum class Snake { Down, Up, Right, Left };
@@ -366,8 +365,7 @@ template <Snake Way, bool Variation> void blocks(EffectRun& r)
     }
 }
 
-// ---- Lines: columns 16 pixels wide, in two interleaved sets.
-
+// Lines: columns 16 pixels wide, in two interleaved sets.
 int lineCount(const EffectRun& r)
 {
     return (r.W + r.a - 1) / r.a;
@@ -438,7 +436,7 @@ template <Travel T> void linesUnidirectional(EffectRun& r)
     }
 }
 
-// ---- Spirals: blocks around the screen clockwise from the top-left corner towards the
+// Spirals: blocks around the screen clockwise from the top-left corner towards the
 // middle. Spiral In lays them in that order, one block a pause; Spiral Out lays the same
 // spiral backwards, a whole side at a time.
 
@@ -500,7 +498,7 @@ void spiralOut(EffectRun& r)
     }
 }
 
-// ---- Diamonds ---------------------------------------------------------------------------
+// Diamonds.
 
 struct DiamondGrid {
     int cols, rows, n;
@@ -561,7 +559,7 @@ void diamondIn(EffectRun& r)
     }
 }
 
-// ---- Random blocks ----------------------------------------------------------------------
+// Random blocks.
 
 void randomBlocks(EffectRun& r)
 {
@@ -583,7 +581,7 @@ void randomBlocks(EffectRun& r)
     }
 }
 
-// ---- Drop paint: paint runs down the screen in stripes, each a little further at a time at
+// Drop paint: paint runs down the screen in stripes, each a little further at a time at
 // its own speed; the 2 pass kind lets every other stripe run first. a divides the height to
 // give the number of stripes.
 
