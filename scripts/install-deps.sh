@@ -11,7 +11,7 @@ PACKAGES=(
     gstreamer1.0-plugins-ugly gstreamer1.0-libav
     libwmf-dev libemf2svg-dev
     libfluidsynth-dev timgm6mb-soundfont
-    libgtest-dev libgmock-dev googletest libbenchmark-dev
+    libgtest-dev libgmock-dev googletest libbenchmark-dev libjpeg62-turbo-dev
     xvfb xauth x11-utils
     fonts-dejavu-core fonts-urw-base35
 )

@@ -3,12 +3,14 @@
 #include "ImageTypes.h"
 #include "Metafile.h"
 #include "PcxDecoder.h"
+#include "ScaledJpeg.h"
 #include "TgaDecoder.h"
 
 #include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
+#include <QTransform>
 
 namespace kavori {
 
@@ -56,6 +58,35 @@ QImage largestIcon(const QString& path)
     return best;
 }
 
+QImage oriented(QImage image, QImageIOHandler::Transformations turn)
+{
+    if (turn & QImageIOHandler::TransformationMirror)
+        image = image.mirrored(true, false);
+    if (turn & QImageIOHandler::TransformationFlip)
+        image = image.mirrored(false, true);
+    if (turn & QImageIOHandler::TransformationRotate90)
+        image = image.transformed(QTransform().rotate(90));
+    return image;
+}
+
+// A JPEG decoded on all cores at the smallest of its own scales (1/2, 1/4, 1/8) that still
+// covers the target; null when no such scale fits or the file needs the usual reader.
+QImage decodeJpegForTarget(const QString& path, QImageReader& reader, const QSize& size,
+                           const QSize& target)
+{
+    const QImageIOHandler::Transformations turn = reader.transformation();
+    const QSize shown = (turn & QImageIOHandler::TransformationRotate90) ? size.transposed() : size;
+    const QSize wanted = shown.scaled(target, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
+    for (const int denominator : {8, 4, 2}) {
+        if ((shown.width() + denominator - 1) / denominator < wanted.width() ||
+            (shown.height() + denominator - 1) / denominator < wanted.height())
+            continue;
+        const QImage image = DecodeScaledJpeg(readAll(path), denominator);
+        return image.isNull() ? image : shrinkToFit(oriented(image, turn), target);
+    }
+    return {};
+}
+
 void raiseAllocationLimit()
 {
     // 10,000 x 10,000 pixels at 4 bytes each is the largest picture the program edits.
@@ -89,8 +120,12 @@ QImage LoadPicture(const QString& path, const QSize& target)
     const bool scaleWhileDecoding = size.isValid() && !fitsIn(size, target) &&
                                     reader.supportsOption(QImageIOHandler::ScaledSize) &&
                                     reader.format() == "jpeg";
-    if (scaleWhileDecoding)
+    if (scaleWhileDecoding) {
+        const QImage decoded = decodeJpegForTarget(path, reader, size, target);
+        if (!decoded.isNull())
+            return decoded;
         reader.setScaledSize(size.scaled(target, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
+    }
     return shrinkToFit(reader.read(), target);
 }
 

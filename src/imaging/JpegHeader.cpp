@@ -1,0 +1,186 @@
+#include "JpegHeader.h"
+
+namespace kavori {
+
+const std::array<uint8_t, 64> kJpegZigzag = {
+    0,  1,  8,  16, 9,  2,  3,  10, 17, 24, 32, 25, 18, 11, 4,  5,  12, 19, 26, 33, 40, 48,
+    41, 34, 27, 20, 13, 6,  7,  14, 21, 28, 35, 42, 49, 56, 57, 50, 43, 36, 29, 22, 15, 23,
+    30, 37, 44, 51, 58, 59, 52, 45, 38, 31, 39, 46, 53, 60, 61, 54, 47, 55, 62, 63};
+
+namespace {
+
+// A bounds-checked reader over one marker segment.
+class Segment {
+public:
+    Segment(const uint8_t* data, qsizetype size) : data_(data), size_(size) {}
+    bool has(qsizetype n) const { return n >= 0 && pos_ + n <= size_; }
+    int byte() { return has(1) ? data_[pos_++] : (ok_ = false, 0); }
+    int word()
+    {
+        const int hi = byte();
+        return (hi << 8) | byte();
+    }
+    bool ok() const { return ok_; }
+    bool atEnd() const { return pos_ >= size_; }
+    qsizetype pos() const { return pos_; }
+
+private:
+    const uint8_t* data_;
+    qsizetype size_;
+    qsizetype pos_ = 0;
+    bool ok_ = true;
+};
+
+bool readFrame(Segment s, int marker, JpegHeader& h)
+{
+    const int precision = s.byte();
+    h.height = s.word();
+    h.width = s.word();
+    const int count = s.byte();
+    h.baseline = (marker == 0xC0 || marker == 0xC1) && precision == 8;
+    if (!s.ok() || count < 1 || count > 4 || h.width == 0)
+        return false;
+    h.components.clear();
+    for (int i = 0; i < count; ++i) {
+        JpegComponent c;
+        c.id = s.byte();
+        const int sampling = s.byte();
+        c.h = sampling >> 4;
+        c.v = sampling & 15;
+        c.quantTable = s.byte();
+        if (c.h < 1 || c.h > 4 || c.v < 1 || c.v > 4 || c.quantTable > 3)
+            return false;
+        h.components.push_back(c);
+    }
+    return s.ok();
+}
+
+bool readHuffman(Segment s, JpegHeader& h)
+{
+    while (!s.atEnd()) {
+        const int kindAndSlot = s.byte();
+        const int slot = kindAndSlot & 15;
+        if ((kindAndSlot >> 4) > 1 || slot > 3)
+            return false;
+        JpegHuffmanSpec& spec = (kindAndSlot >> 4) ? h.ac[slot] : h.dc[slot];
+        int total = 0;
+        for (auto& count : spec.counts)
+            total += count = uint8_t(s.byte());
+        if (!s.ok() || total > 256)
+            return false;
+        spec.symbols.resize(total);
+        for (auto& symbol : spec.symbols)
+            symbol = uint8_t(s.byte());
+        spec.defined = s.ok();
+    }
+    return s.ok();
+}
+
+bool readQuantisation(Segment s, JpegHeader& h)
+{
+    while (!s.atEnd()) {
+        const int precisionAndSlot = s.byte();
+        const int slot = precisionAndSlot & 15;
+        const bool wide = (precisionAndSlot >> 4) != 0;
+        if (slot > 3 || (precisionAndSlot >> 4) > 1)
+            return false;
+        for (int i = 0; i < 64; ++i)
+            h.quant[slot][kJpegZigzag[i]] = uint16_t(wide ? s.word() : s.byte());
+        h.quantDefined[slot] = s.ok();
+    }
+    return s.ok();
+}
+
+bool readScan(Segment s, JpegHeader& h)
+{
+    h.scanComponents = s.byte();
+    if (h.scanComponents < 1 || h.scanComponents > 4)
+        return false;
+    for (int i = 0; i < h.scanComponents; ++i) {
+        const int id = s.byte();
+        const int tables = s.byte();
+        // Only a scan of all components in frame order is decoded here.
+        if (i >= int(h.components.size()) || h.components[i].id != id)
+            return false;
+        h.components[i].dcTable = tables >> 4;
+        h.components[i].acTable = tables & 15;
+        if (h.components[i].dcTable > 3 || h.components[i].acTable > 3)
+            return false;
+    }
+    const int start = s.byte();
+    const int end = s.byte();
+    const int approximation = s.byte();
+    h.fullSpectrum = start == 0 && end == 63 && approximation == 0;
+    return s.ok();
+}
+
+void readAdobe(Segment s, JpegHeader& h)
+{
+    // "Adobe", version, flags0, flags1, transform: 0 means the components are stored as is.
+    const char signature[] = "Adobe";
+    for (int i = 0; i < 5; ++i)
+        if (s.byte() != signature[i])
+            return;
+    for (int i = 0; i < 6; ++i)
+        s.byte();
+    const int transform = s.byte();
+    h.adobeRgb = s.ok() && transform == 0;
+}
+
+} // namespace
+
+std::optional<JpegHeader> ReadJpegHeader(const QByteArray& file)
+{
+    const auto* data = reinterpret_cast<const uint8_t*>(file.constData());
+    const qsizetype size = file.size();
+    if (size < 4 || data[0] != 0xFF || data[1] != 0xD8)
+        return std::nullopt;
+    JpegHeader h;
+    bool haveFrame = false;
+    qsizetype pos = 2;
+    while (pos + 1 < size) {
+        if (data[pos] != 0xFF)
+            return std::nullopt;
+        while (pos + 1 < size && data[pos + 1] == 0xFF)
+            ++pos; // fill bytes
+        if (pos + 1 >= size)
+            break;
+        const int marker = data[pos + 1];
+        pos += 2;
+        if (marker == 0x01 || (marker >= 0xD0 && marker <= 0xD7))
+            continue; // markers without a segment
+        if (marker == 0xD9 || marker == 0x00 || pos + 2 > size)
+            return std::nullopt;
+        const int length = (data[pos] << 8) | data[pos + 1];
+        if (length < 2 || pos + length > size)
+            return std::nullopt;
+        const Segment segment(data + pos + 2, length - 2);
+        bool ok = true;
+        if ((marker >= 0xC0 && marker <= 0xCF) && marker != 0xC4 && marker != 0xC8 &&
+            marker != 0xCC) {
+            ok = !haveFrame && readFrame(segment, marker, h);
+            haveFrame = true;
+        } else if (marker == 0xC4) {
+            ok = readHuffman(segment, h);
+        } else if (marker == 0xDB) {
+            ok = readQuantisation(segment, h);
+        } else if (marker == 0xDD) {
+            Segment s = segment;
+            h.restartInterval = s.word();
+            ok = s.ok();
+        } else if (marker == 0xEE) {
+            readAdobe(segment, h);
+        } else if (marker == 0xDA) {
+            if (!haveFrame || !readScan(segment, h))
+                return std::nullopt;
+            h.scanData = pos + length;
+            return h;
+        }
+        if (!ok)
+            return std::nullopt;
+        pos += length;
+    }
+    return std::nullopt;
+}
+
+} // namespace kavori

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace kavori {
+
+// The parts of a JPEG file's header that decoding its first scan needs.
+
+struct JpegComponent {
+    int id = 0;
+    int h = 1; // sampling factors
+    int v = 1;
+    int quantTable = 0;
+    int dcTable = 0;
+    int acTable = 0;
+};
+
+struct JpegHuffmanSpec {
+    bool defined = false;
+    std::array<uint8_t, 16> counts{}; // codes of each length 1 to 16
+    std::vector<uint8_t> symbols;
+};
+
+struct JpegHeader {
+    int width = 0;
+    int height = 0;
+    bool baseline = false; // sequential, Huffman coded, 8 bits a sample
+    bool adobeRgb = false; // an Adobe marker says the three components are not YCbCr
+    std::vector<JpegComponent> components; // in frame order
+    int scanComponents = 0;                // components interleaved in the first scan
+    bool fullSpectrum = false; // the first scan carries coefficients 0 to 63 at full precision
+    std::array<std::array<uint16_t, 64>, 4> quant{}; // natural (row by row) order
+    std::array<bool, 4> quantDefined{};
+    std::array<JpegHuffmanSpec, 4> dc;
+    std::array<JpegHuffmanSpec, 4> ac;
+    int restartInterval = 0; // MCUs between restart markers; 0 for none
+    qsizetype scanData = 0;  // offset of the first scan's entropy-coded data
+};
+
+// Reads markers up to the first scan. Empty when the file is no JPEG or a marker is damaged.
+std::optional<JpegHeader> ReadJpegHeader(const QByteArray& file);
+
+// The zigzag order of coefficients: zigzag position -> natural position.
+extern const std::array<uint8_t, 64> kJpegZigzag;
+
+} // namespace kavori

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "JpegHeader.h"
+
+#include <QByteArray>
+
+#include <cstdint>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace kavori {
+
+// How the blocks of an interleaved baseline scan are laid out.
+struct JpegScanLayout {
+    int blocksPerMcu = 0;
+    std::array<uint8_t, 10> blockComponent{}; // the component of each block of an MCU
+    int mcusX = 0;
+    int mcusY = 0;
+    qint64 totalBlocks() const { return qint64(mcusX) * mcusY * blocksPerMcu; }
+};
+
+// The layout of the header's first scan; empty when it has more than 10 blocks an MCU.
+std::optional<JpegScanLayout> LayoutOf(const JpegHeader& header);
+
+// Coefficient blocks in scan order, each the kept values and one spare; zeroed when made.
+class JpegBlocks {
+public:
+    JpegBlocks() = default;
+    JpegBlocks(qint64 count, int stride); // data() is null when memory ran out
+    int16_t* data() { return values_.get(); }
+    const int16_t* data() const { return values_.get(); }
+    int16_t* block(qint64 i) { return values_.get() + i * stride_; }
+    const int16_t* block(qint64 i) const { return values_.get() + i * stride_; }
+    qint64 count() const { return count_; }
+    int stride() const { return stride_; }
+
+private:
+    struct Free {
+        void operator()(int16_t* p) const { std::free(p); }
+    };
+    std::unique_ptr<int16_t[], Free> values_;
+    qint64 count_ = 0;
+    int stride_ = 0;
+};
+
+// Decodes the coefficients of the first scan of a baseline JPEG, keeping of each block only the
+// top-left keep x keep corner (keep is 1, 2, 4 or 8), row by row, not yet dequantised, DC
+// values summed up. Null data when the data is damaged or cut short.
+//
+// Without restart markers the entropy-coded data has no known entry points, so it is cut into
+// `parts` pieces and each piece after the first is decoded from a guessed block boundary.
+// Huffman codes resynchronise within a few blocks; the decoder of the piece before then runs
+// on until it reaches a block boundary the guessing decoder also passed, from where the
+// guessed blocks are known to be right. The DC values, which are sent as differences, are
+// summed up once all pieces are joined. With restart markers the pieces start at them.
+// parts 0 picks one piece per core for large scans.
+JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
+                          const JpegScanLayout& layout, int keep, int parts = 0);
+
+} // namespace kavori

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QByteArray>
+#include <QImage>
+
+namespace kavori {
+
+// Decodes a baseline JPEG (grey or YCbCr, the usual samplings) at 1/2, 1/4 or 1/8 of its size,
+// using every core: the size libjpeg gives at that scale, rounded up. Null when the file is of
+// another kind (progressive, arithmetic coded, 12-bit, CMYK, RGB) or damaged; the caller then
+// reads it the usual way. parts as for DecodeJpegScan.
+QImage DecodeScaledJpeg(const QByteArray& file, int denominator, int parts = 0);
+
+} // namespace kavori

@@ -1,0 +1,117 @@
+#include "JpegFiles.h"
+
+#include <QPainter>
+#include <QRandomGenerator>
+
+#include <cstdio>
+#include <cstdlib>
+#include <vector>
+
+#include <jpeglib.h>
+
+namespace kavori::test {
+
+namespace {
+
+QByteArray exifOrientation(int orientation)
+{
+    // "Exif", then a big-endian TIFF header with one IFD entry: Orientation (0x0112), SHORT.
+    const char bytes[] = {'E', 'x', 'i', 'f',  0,    0, 'M', 'M', 0, 0x2A, 0, 0, 0,
+                          8,   0,   1,   0x01, 0x12, 0, 3,   0,   0, 0,    1, 0, char(orientation),
+                          0,   0,   0,   0,    0,    0};
+    return QByteArray(bytes, sizeof(bytes));
+}
+
+} // namespace
+
+QByteArray EncodeJpeg(const QImage& picture, const JpegLayout& layout)
+{
+    const QImage rgb = picture.convertToFormat(QImage::Format_RGB888);
+    jpeg_compress_struct info{};
+    jpeg_error_mgr errors{};
+    info.err = jpeg_std_error(&errors);
+    jpeg_create_compress(&info);
+    unsigned char* buffer = nullptr;
+    unsigned long size = 0;
+    jpeg_mem_dest(&info, &buffer, &size);
+    info.image_width = JDIMENSION(rgb.width());
+    info.image_height = JDIMENSION(rgb.height());
+    info.input_components = layout.grey ? 1 : layout.cmyk ? 4 : 3;
+    info.in_color_space = layout.grey ? JCS_GRAYSCALE : layout.cmyk ? JCS_CMYK : JCS_RGB;
+    jpeg_set_defaults(&info);
+    if (layout.storedRgb)
+        jpeg_set_colorspace(&info, JCS_RGB);
+    jpeg_set_quality(&info, layout.quality, TRUE);
+    if (!layout.grey && !layout.cmyk && !layout.storedRgb) {
+        info.comp_info[0].h_samp_factor = layout.lumaH;
+        info.comp_info[0].v_samp_factor = layout.lumaV;
+    }
+    if (layout.progressive)
+        jpeg_simple_progression(&info);
+    info.restart_interval = JDIMENSION(layout.restartMcus);
+    jpeg_start_compress(&info, TRUE);
+    if (layout.orientation) {
+        const QByteArray exif = exifOrientation(layout.orientation);
+        jpeg_write_marker(&info, JPEG_APP0 + 1, reinterpret_cast<const JOCTET*>(exif.constData()),
+                          unsigned(exif.size()));
+    }
+    std::vector<JSAMPLE> row(size_t(rgb.width()) * 4);
+    while (info.next_scanline < info.image_height) {
+        const uchar* source = rgb.constScanLine(int(info.next_scanline));
+        for (int x = 0; x < rgb.width(); ++x) {
+            const uchar* p = source + 3 * x;
+            if (layout.grey) {
+                row[size_t(x)] = JSAMPLE((p[0] * 77 + p[1] * 150 + p[2] * 29) >> 8);
+            } else if (layout.cmyk) {
+                for (int c = 0; c < 3; ++c)
+                    row[size_t(4 * x + c)] = JSAMPLE(255 - p[c]);
+                row[size_t(4 * x + 3)] = 0;
+            } else {
+                for (int c = 0; c < 3; ++c)
+                    row[size_t(3 * x + c)] = p[c];
+            }
+        }
+        JSAMPROW rows[1] = {row.data()};
+        jpeg_write_scanlines(&info, rows, 1);
+    }
+    jpeg_finish_compress(&info);
+    jpeg_destroy_compress(&info);
+    const QByteArray file(reinterpret_cast<const char*>(buffer), qsizetype(size));
+    std::free(buffer);
+    return file;
+}
+
+QImage PhotoLike(int width, int height, int seed, bool flatTop)
+{
+    QImage image(width, height, QImage::Format_RGB32);
+    QPainter painter(&image);
+    QLinearGradient sky(0, 0, 0, height);
+    sky.setColorAt(0, QColor(70, 120, 200));
+    sky.setColorAt(1, QColor(60, 90, 40));
+    painter.fillRect(image.rect(), sky);
+    QRandomGenerator random{quint32(seed)};
+    for (int i = 0; i < 30; ++i) {
+        QRadialGradient blob(random.bounded(width), random.bounded(height),
+                             10 + random.bounded(qMax(1, width / 3)));
+        blob.setColorAt(0, QColor(random.bounded(256), random.bounded(256), random.bounded(256)));
+        blob.setColorAt(1, QColor(0, 0, 0, 0));
+        painter.fillRect(image.rect(), blob);
+    }
+    painter.end();
+    for (int y = 0; y < height; ++y) {
+        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = 0; x < width; ++x) {
+            if (flatTop && y < height / 2) {
+                line[x] = qRgb(90, 140, 210);
+                continue;
+            }
+            const int n = int(random.bounded(25)) - 12;
+            const QRgb c = line[x];
+            line[x] = qRgb(qBound(0, qRed(c) + n, 255), qBound(0, qGreen(c) + n, 255),
+                           qBound(0, qBlue(c) + n, 255));
+        }
+    }
+    return image;
+}
+
+} // namespace kavori::test

@@ -1,0 +1,196 @@
+#include "imaging/ScaledJpeg.h"
+#include "JpegFiles.h"
+#include "imaging/PictureLoader.h"
+#include "support/KavoriTest.h"
+
+#include <QBuffer>
+#include <QImageReader>
+
+using namespace kavori;
+using namespace kavori::test;
+
+namespace {
+
+// libjpeg's own picture at the same scale, read through Qt.
+QImage libjpegAt(const QByteArray& file, int denominator)
+{
+    QBuffer buffer;
+    buffer.setData(file);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer, "jpeg");
+    const QSize size = reader.size();
+    reader.setScaledSize(QSize((size.width() + denominator - 1) / denominator,
+                               (size.height() + denominator - 1) / denominator));
+    return reader.read();
+}
+
+struct Difference {
+    double mean = 0;
+    int largest = 0;
+};
+
+Difference compare(const QImage& a, const QImage& b)
+{
+    Difference d;
+    const QImage x = a.convertToFormat(QImage::Format_RGB32);
+    const QImage y = b.convertToFormat(QImage::Format_RGB32);
+    qint64 sum = 0;
+    for (int row = 0; row < x.height(); ++row) {
+        const auto* p = reinterpret_cast<const QRgb*>(x.constScanLine(row));
+        const auto* q = reinterpret_cast<const QRgb*>(y.constScanLine(row));
+        for (int col = 0; col < x.width(); ++col) {
+            for (const int channel :
+                 {qAbs(qRed(p[col]) - qRed(q[col])), qAbs(qGreen(p[col]) - qGreen(q[col])),
+                  qAbs(qBlue(p[col]) - qBlue(q[col]))}) {
+                sum += channel;
+                d.largest = qMax(d.largest, channel);
+            }
+        }
+    }
+    d.mean = double(sum) / (3.0 * x.width() * x.height());
+    return d;
+}
+
+} // namespace
+
+class ScaledJpegTest : public KavoriTest {};
+
+// Every usual sampling, grey, and restart markers, at every scale: the picture looks like
+// libjpeg's, and cutting the data into pieces decoded side by side changes no pixel.
+TEST_F(ScaledJpegTest, UsualLayoutsLookLikeLibjpegAndPiecesChangeNothing)
+{
+    struct Case {
+        const char* name;
+        JpegLayout layout;
+    };
+    const QList<Case> cases = {
+        {"4:2:0", {2, 2}},
+        {"4:2:2", {2, 1}},
+        {"4:4:4", {1, 1}},
+        {"4:4:0", {1, 2}},
+        {"grey", {1, 1, true}},
+        {"4:2:0 restarts", {2, 2, false, false, false, false, 7}},
+        {"grey restarts", {1, 1, true, false, false, false, 5}},
+    };
+    // An odd size leaves partial blocks and MCUs at the right and bottom edges.
+    const QImage picture = PhotoLike(203, 117, 3);
+    for (const Case& c : cases) {
+        const QByteArray file = EncodeJpeg(picture, c.layout);
+        for (const int denominator : {2, 4, 8}) {
+            const QImage ours = DecodeScaledJpeg(file, denominator, 1);
+            const QImage theirs = libjpegAt(file, denominator);
+            ASSERT_FALSE(ours.isNull()) << c.name << " 1/" << denominator;
+            ASSERT_EQ(ours.size(), theirs.size()) << c.name << " 1/" << denominator;
+            EXPECT_EQ(ours.isGrayscale(), c.layout.grey) << c.name;
+            const Difference d = compare(ours, theirs);
+            // At 1/8 libjpeg brings chroma to the luma grid its own way (a 2 x 2 transform for
+            // 4:2:0, repeated samples otherwise) where ours smooths.
+            EXPECT_LT(d.mean, denominator == 8 ? 3.5 : 2.0) << c.name << " 1/" << denominator;
+            EXPECT_LT(d.largest, 40) << c.name << " 1/" << denominator;
+            for (const int parts : {2, 3, 8})
+                EXPECT_EQ(DecodeScaledJpeg(file, denominator, parts), ours)
+                    << c.name << " 1/" << denominator << " in " << parts << " pieces";
+        }
+    }
+}
+
+// Pieces start at guessed places in the data; where the data is spread unevenly (a plain sky
+// over a busy ground) or coded finely or coarsely, they still fall in step.
+TEST_F(ScaledJpegTest, PiecesFallInStepOnAnyData)
+{
+    for (const bool flatTop : {false, true}) {
+        for (const int quality : {20, 75, 100}) {
+            JpegLayout layout;
+            layout.quality = quality;
+            const QByteArray file = EncodeJpeg(PhotoLike(640, 480, quality, flatTop), layout);
+            const QImage whole = DecodeScaledJpeg(file, 2, 1);
+            ASSERT_EQ(whole.size(), QSize(320, 240));
+            for (int parts = 2; parts <= 9; ++parts)
+                EXPECT_EQ(DecodeScaledJpeg(file, 2, parts), whole)
+                    << "quality " << quality << (flatTop ? " flat top" : "") << ", " << parts
+                    << " pieces";
+        }
+    }
+}
+
+// Progressive, CMYK and stored-RGB files are not ours to decode; the picture loader then reads
+// them the usual way at the size asked for.
+TEST_F(ScaledJpegTest, OtherKindsAreReadTheUsualWay)
+{
+    const QImage picture = PhotoLike(160, 120, 5);
+    JpegLayout progressive;
+    progressive.progressive = true;
+    JpegLayout cmyk;
+    cmyk.cmyk = true;
+    JpegLayout rgb;
+    rgb.storedRgb = true;
+    for (const JpegLayout& layout : {progressive, cmyk, rgb}) {
+        const QByteArray file = EncodeJpeg(picture, layout);
+        EXPECT_TRUE(DecodeScaledJpeg(file, 2).isNull());
+        const QImage loaded =
+            LoadPicture(writeFile(QStringLiteral("other.jpg"), file), QSize(80, 80));
+        EXPECT_EQ(loaded.size(), QSize(80, 60));
+    }
+    EXPECT_TRUE(DecodeScaledJpeg(EncodeJpeg(picture, {}), 1).isNull()); // full size is libjpeg's
+    EXPECT_TRUE(DecodeScaledJpeg(QByteArray("\xFF\xD8\xFF\xD9", 4), 2).isNull());
+}
+
+// Cut short anywhere or with bytes flipped, a file gives no picture or one of the right size,
+// never a crash or a read outside the data; the loader then falls back to the usual reader.
+TEST_F(ScaledJpegTest, DamagedFilesFailCleanly)
+{
+    const QImage picture = PhotoLike(96, 64, 9);
+    JpegLayout restarts;
+    restarts.restartMcus = 2;
+    for (const JpegLayout& layout : {JpegLayout{}, restarts}) {
+        const QByteArray file = EncodeJpeg(picture, layout);
+        for (qsizetype cut = 0; cut < file.size() - 3; cut += 37) {
+            EXPECT_TRUE(DecodeScaledJpeg(file.left(cut), 2, 3).isNull()) << "cut at " << cut;
+        }
+        for (int seed = 1; seed <= 200; ++seed) {
+            QByteArray flipped = file;
+            const qsizetype at = (qsizetype(seed) * 7919) % flipped.size();
+            flipped[at] = char(flipped[at] ^ (1 << (seed % 8)));
+            for (const int parts : {1, 4}) {
+                const QImage image = DecodeScaledJpeg(flipped, 4, parts);
+                if (!image.isNull()) {
+                    EXPECT_EQ(image.size(), QSize(24, 16)) << "flip at " << at;
+                }
+            }
+        }
+        const QString path = writeFile(QStringLiteral("cut.jpg"), file.left(file.size() / 2));
+        EXPECT_EQ(LoadPicture(path, QSize(48, 48)).size(), QSize(48, 32));
+    }
+}
+
+// A camera's orientation mark turns the picture, and the turned shape is what is fitted.
+TEST_F(ScaledJpegTest, ExifOrientationTurnsThePicture)
+{
+    QImage picture(240, 160, QImage::Format_RGB32);
+    picture.fill(Qt::blue);
+    for (int y = 0; y < 160; ++y)
+        for (int x = 0; x < 120; ++x)
+            picture.setPixel(x, y, qRgb(255, 0, 0)); // left half red
+    struct Turn {
+        int orientation;
+        QSize size;
+        QPoint red; // a point of the red half, in the fitted picture
+    };
+    const QList<Turn> turns = {
+        {1, QSize(60, 40), QPoint(10, 20)},
+        {3, QSize(60, 40), QPoint(50, 20)}, // half a turn: red goes right
+        {6, QSize(40, 60), QPoint(20, 10)}, // a quarter clockwise: red goes up
+        {8, QSize(40, 60), QPoint(20, 50)}, // a quarter anticlockwise: red goes down
+    };
+    for (const Turn& t : turns) {
+        JpegLayout layout;
+        layout.orientation = t.orientation;
+        const QString path = writeFile(QStringLiteral("turned.jpg"), EncodeJpeg(picture, layout));
+        const QImage fitted = LoadPicture(path, QSize(60, 60));
+        ASSERT_EQ(fitted.size(), t.size) << "orientation " << t.orientation;
+        const QColor red = fitted.pixelColor(t.red);
+        EXPECT_GT(red.red(), 200) << "orientation " << t.orientation;
+        EXPECT_LT(red.blue(), 60) << "orientation " << t.orientation;
+        EXPECT_EQ(LoadPicture(path).size(), t.size * 4); // the usual reader agrees on the shape
+    }
+}
