@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <new>
 
 namespace kavori {
 
@@ -67,42 +68,71 @@ bool buildHuffman(const JpegHuffmanSpec& spec, bool ac, Huffman& t)
     return true;
 }
 
-struct Bits {
-    const uint8_t* data;
-    uint64_t pos;
-    uint64_t peek() const
+// Reads the unstuffed data through a 64-bit window kept in a register.
+class Bits {
+public:
+    Bits(const uint8_t* data, uint64_t pos) : data_(data) { seek(pos); }
+    uint64_t pos() const { return pos_; }
+    void seek(uint64_t pos)
+    {
+        pos_ = pos;
+        fill();
+    }
+    // Afterwards the window holds at least 32 bits: a code and the bits of its value.
+    void ensure()
+    {
+        if (available_ < 32)
+            fill();
+    }
+    uint64_t window() const { return window_; }
+    void skip(int count)
+    {
+        window_ <<= count;
+        available_ -= count;
+        pos_ += uint64_t(count);
+    }
+
+private:
+    void fill()
     {
         uint64_t word;
-        std::memcpy(&word, data + (pos >> 3), 8);
-        return __builtin_bswap64(word) << (pos & 7);
+        std::memcpy(&word, data_ + (pos_ >> 3), 8);
+        window_ = __builtin_bswap64(word) << (pos_ & 7);
+        available_ = 64 - int(pos_ & 7);
     }
+    const uint8_t* data_;
+    uint64_t pos_ = 0;
+    uint64_t window_ = 0;
+    int available_ = 0;
 };
 
+// Call after Bits::ensure().
 inline int decodeSymbol(const Huffman& t, Bits& b)
 {
-    const uint64_t word = b.peek();
-    const unsigned entry = t.fast[word >> (64 - kFastBits)];
+    const uint64_t window = b.window();
+    const unsigned entry = t.fast[window >> (64 - kFastBits)];
     if (entry) {
-        b.pos += entry >> 8;
+        b.skip(int(entry >> 8));
         return int(entry & 255);
     }
-    const auto top = int32_t(word >> 48);
+    const auto top = int32_t(window >> 48);
     for (int length = kFastBits + 1; length <= 16; ++length) {
         const int32_t code = top >> (16 - length);
         if (code <= t.maxCode[length]) {
-            b.pos += length;
+            b.skip(length);
             return t.symbols[(code + t.valueOffset[length]) & 255];
         }
     }
     return -1;
 }
 
+// The value of the next `size` bits (at most 16, still in the window).
 inline int receiveExtend(Bits& b, int size)
 {
     if (size == 0)
         return 0;
-    const auto value = int(b.peek() >> (64 - size));
-    b.pos += size;
+    const auto value = int(b.window() >> (64 - size));
+    b.skip(size);
     return value < (1 << (size - 1)) ? value - (1 << size) + 1 : value;
 }
 
@@ -117,22 +147,25 @@ struct Scan {
     // value is stored without a branch.
     int8_t outIndex[64]{};
 
-    // Decodes the block of the given MCU position starting at b.pos into out (zeroed, holding
-    // the DC difference). False for a code no table holds or a run past the block's end; b.pos
-    // then still moves on deterministically, which the guessing decoders rely on.
+    // Decodes the block of the given MCU position starting at b.pos into out (the DC value as
+    // the difference it is sent as). False for a code no table holds or a run past the block's end;
+    // b.pos then still moves on deterministically, which the guessing decoders rely on.
     bool block(Bits& b, int phase, int16_t* out) const
     {
+        std::fill_n(out, stride, int16_t(0));
+        b.ensure();
         const int dcSize = decodeSymbol(*dc[phase], b);
         if (dcSize < 0 || dcSize > 11)
             return false;
         out[0] = int16_t(receiveExtend(b, dcSize));
         const Huffman& table = *ac[phase];
         for (int k = 1; k < 64;) {
-            const int32_t fast = table.fastAc[b.peek() >> (64 - kFastBits)];
+            b.ensure();
+            const int32_t fast = table.fastAc[b.window() >> (64 - kFastBits)];
             int value;
             if (fast) {
                 k += (fast >> 8) & 15;
-                b.pos += fast & 255;
+                b.skip(fast & 255);
                 value = fast >> 16;
             } else {
                 const int symbol = decodeSymbol(table, b);
@@ -171,21 +204,21 @@ struct Piece {
 void decodePiece(const Scan& scan, uint64_t bit, uint64_t stopBit, qint64 capacity, Piece& piece)
 {
     piece.values = JpegBlocks(capacity, scan.stride);
-    piece.starts.reset(new uint64_t[size_t(capacity)]);
-    if (!piece.values.data())
+    piece.starts.reset(new (std::nothrow) uint64_t[size_t(capacity)]);
+    if (!piece.values.data() || !piece.starts)
         return;
-    Bits b{scan.data, bit};
+    Bits b(scan.data, bit);
     int phase = 0;
     qint64 blocks = 0;
-    while (b.pos < stopBit && b.pos < scan.dataBits && blocks < capacity) {
-        piece.starts[size_t(blocks)] = (b.pos << 4) | uint64_t(phase);
+    while (b.pos() < stopBit && b.pos() < scan.dataBits && blocks < capacity) {
+        piece.starts[size_t(blocks)] = (b.pos() << 4) | uint64_t(phase);
         if (!scan.block(b, phase, piece.values.block(blocks)))
             piece.failures.push_back(blocks);
         ++blocks;
         phase = phase + 1 == scan.blocksPerMcu ? 0 : phase + 1;
     }
     piece.blocks = blocks;
-    piece.endBit = b.pos;
+    piece.endBit = b.pos();
     piece.endPhase = phase;
 }
 
@@ -200,25 +233,25 @@ bool anyFailureIn(const Piece& piece, qint64 from, qint64 to)
 JpegBlocks joinPieces(const Scan& scan, std::vector<Piece>& pieces, qint64 totalBlocks)
 {
     Piece& first = pieces[0];
-    if (!first.failures.empty() || !first.values.data())
+    if (!first.failures.empty() || !first.values.data() || !first.starts)
         return {};
     JpegBlocks out = std::move(first.values);
     qint64 blocks = first.blocks;
-    Bits b{scan.data, first.endBit};
+    Bits b(scan.data, first.endBit);
     int phase = first.endPhase;
     size_t next = 1;
     qint64 index = 0;
     while (blocks < totalBlocks) {
         if (next < pieces.size()) {
             const Piece& piece = pieces[next];
-            while (index < piece.blocks && (piece.starts[size_t(index)] >> 4) < b.pos)
+            while (index < piece.blocks && (piece.starts[size_t(index)] >> 4) < b.pos())
                 ++index;
             if (index == piece.blocks) {
                 ++next; // that piece never fell in step; its successor may
                 index = 0;
                 continue;
             }
-            if (piece.starts[size_t(index)] == ((b.pos << 4) | uint64_t(phase))) {
+            if (piece.starts[size_t(index)] == ((b.pos() << 4) | uint64_t(phase))) {
                 const qint64 take = std::min(piece.blocks - index, totalBlocks - blocks);
                 if (anyFailureIn(piece, index, index + take))
                     return {};
@@ -226,10 +259,10 @@ JpegBlocks joinPieces(const Scan& scan, std::vector<Piece>& pieces, qint64 total
                             size_t(take) * size_t(scan.stride) * sizeof(int16_t));
                 blocks += take;
                 if (index + take < piece.blocks) {
-                    b.pos = piece.starts[size_t(index + take)] >> 4;
+                    b.seek(piece.starts[size_t(index + take)] >> 4);
                     phase = int(piece.starts[size_t(index + take)] & 15);
                 } else {
-                    b.pos = piece.endBit;
+                    b.seek(piece.endBit);
                     phase = piece.endPhase;
                 }
                 ++next;
@@ -237,12 +270,12 @@ JpegBlocks joinPieces(const Scan& scan, std::vector<Piece>& pieces, qint64 total
                 continue;
             }
         }
-        if (b.pos >= scan.dataBits || !scan.block(b, phase, out.block(blocks)))
+        if (b.pos() >= scan.dataBits || !scan.block(b, phase, out.block(blocks)))
             return {};
         phase = phase + 1 == scan.blocksPerMcu ? 0 : phase + 1;
         ++blocks;
     }
-    if (b.pos > scan.dataBits)
+    if (b.pos() > scan.dataBits)
         return {}; // the last blocks ran into the end of the file
     return out;
 }
@@ -318,13 +351,13 @@ JpegBlocks decodeWithRestarts(const Scan& scan, const JpegScanLayout& layout,
     const int used = int(std::clamp<qint64>(parts, 1, intervals));
     RunInParallel(used, [&](int part) {
         for (qint64 i = intervals * part / used; i < intervals * (part + 1) / used && ok; ++i) {
-            Bits b{scan.data, startBits[size_t(i)]};
+            Bits b(scan.data, startBits[size_t(i)]);
             const qint64 firstBlock = i * interval * layout.blocksPerMcu;
             const qint64 blocks =
                 std::min<qint64>(interval, mcus - i * interval) * layout.blocksPerMcu;
             for (qint64 k = 0; k < blocks; ++k) {
                 if (!scan.block(b, int(k % layout.blocksPerMcu), out.block(firstBlock + k)) ||
-                    b.pos > startBits[size_t(i) + 1]) {
+                    b.pos() > startBits[size_t(i) + 1]) {
                     ok = false;
                     return;
                 }
@@ -367,8 +400,7 @@ std::optional<JpegScanLayout> LayoutOf(const JpegHeader& header)
 }
 
 JpegBlocks::JpegBlocks(qint64 count, int stride)
-    : values_(
-          static_cast<int16_t*>(std::calloc(size_t(count) * size_t(stride) + 1, sizeof(int16_t)))),
+    : values_(static_cast<int16_t*>(std::malloc(size_t(count) * size_t(stride) * sizeof(int16_t)))),
       count_(count), stride_(stride)
 {}
 

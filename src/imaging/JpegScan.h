@@ -24,7 +24,7 @@ struct JpegScanLayout {
 // The layout of the header's first scan; empty when it has more than 10 blocks an MCU.
 std::optional<JpegScanLayout> LayoutOf(const JpegHeader& header);
 
-// Coefficient blocks in scan order, each the kept values and one spare; zeroed when made.
+// Coefficient blocks in scan order, each the kept values and one spare.
 class JpegBlocks {
 public:
     JpegBlocks() = default;

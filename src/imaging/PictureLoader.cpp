@@ -69,22 +69,18 @@ QImage oriented(QImage image, QImageIOHandler::Transformations turn)
     return image;
 }
 
-// A JPEG decoded on all cores at the smallest of its own scales (1/2, 1/4, 1/8) that still
-// covers the target; null when no such scale fits or the file needs the usual reader.
+// A JPEG decoded on all cores straight to the size that fits the target, when that is at most
+// half its own; null when it needs the full decode or the usual reader.
 QImage decodeJpegForTarget(const QString& path, QImageReader& reader, const QSize& size,
                            const QSize& target)
 {
     const QImageIOHandler::Transformations turn = reader.transformation();
-    const QSize shown = (turn & QImageIOHandler::TransformationRotate90) ? size.transposed() : size;
+    const bool quarterTurn = turn & QImageIOHandler::TransformationRotate90;
+    const QSize shown = quarterTurn ? size.transposed() : size;
     const QSize wanted = shown.scaled(target, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
-    for (const int denominator : {8, 4, 2}) {
-        if ((shown.width() + denominator - 1) / denominator < wanted.width() ||
-            (shown.height() + denominator - 1) / denominator < wanted.height())
-            continue;
-        const QImage image = DecodeScaledJpeg(readAll(path), denominator);
-        return image.isNull() ? image : shrinkToFit(oriented(image, turn), target);
-    }
-    return {};
+    const QImage image =
+        DecodeJpegAtSize(readAll(path), quarterTurn ? wanted.transposed() : wanted);
+    return image.isNull() ? image : oriented(image, turn);
 }
 
 void raiseAllocationLimit()

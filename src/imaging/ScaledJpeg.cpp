@@ -2,23 +2,16 @@
 
 #include "JpegHeader.h"
 #include "JpegScan.h"
+#include "PlaneScaling.h"
 #include "runtime/ParallelRun.h"
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace kavori {
 
 namespace {
-
-// A picture plane of one component at the decoded scale, padded to whole blocks.
-struct Plane {
-    int width = 0;
-    int height = 0;
-    std::vector<uint8_t> samples;
-    uint8_t* row(int y) { return samples.data() + qsizetype(y) * width; }
-    const uint8_t* row(int y) const { return samples.data() + qsizetype(y) * width; }
-};
 
 inline uint8_t clampSample(float value)
 {
@@ -87,10 +80,13 @@ template <> struct ReducedIdct<4> {
                 std::fill_n(out + y * stride, 4, value);
             return;
         }
-        Lanes rows[4] = {}; // rows[v][u]: vertical frequency v, horizontal frequency u
-        for (int v = 0; v < 4; ++v)
-            for (int u = 0; u < 4; ++u)
-                rows[v][u] = float(in[v * 4 + u]) * float(quant[v * 8 + u]);
+        Lanes rows[4]; // rows[v][u]: vertical frequency v, horizontal frequency u
+        for (int v = 0; v < 4; ++v) {
+            const int16_t* f = in + v * 4;
+            const uint16_t* q = quant + v * 8;
+            rows[v] = Lanes{float(f[0]) * q[0], float(f[1]) * q[1], float(f[2]) * q[2],
+                            float(f[3]) * q[3]};
+        }
         Lanes columns[4]; // columns[y][u] after the vertical pass
         fourPoint(rows[0], rows[1], rows[2], rows[3], columns);
         transpose(columns); // [u][y]
@@ -113,7 +109,7 @@ template <> struct ReducedIdct<4> {
 
 template <int Keep>
 void transformRows(const JpegBlocks& values, const JpegHeader& header, const JpegScanLayout& layout,
-                   std::vector<Plane>& planes)
+                   std::vector<SamplePlane>& planes)
 {
     const int blockValues = values.stride();
     const bool single = header.components.size() == 1;
@@ -128,7 +124,7 @@ void transformRows(const JpegBlocks& values, const JpegHeader& header, const Jpe
                     const JpegComponent& c = header.components[ci];
                     const int h = single ? 1 : c.h;
                     const int v = single ? 1 : c.v;
-                    Plane& plane = planes[ci];
+                    SamplePlane& plane = planes[ci];
                     const uint16_t* quant = header.quant[size_t(c.quantTable)].data();
                     for (int by = 0; by < v; ++by)
                         for (int bx = 0; bx < h; ++bx, block += blockValues) {
@@ -142,54 +138,6 @@ void transformRows(const JpegBlocks& values, const JpegHeader& header, const Jpe
         }
     });
 }
-
-// Chroma brought up to the luma grid with libjpeg's "fancy" triangle filter: each output
-// sample takes 3/4 of the nearest stored sample and 1/4 of the next one beyond it.
-class ChromaRow {
-public:
-    ChromaRow(const Plane& plane, int factorX, int factorY, int width)
-        : plane_(plane), factorX_(factorX), factorY_(factorY), width_(width),
-          columns_(size_t(plane.width) + 2), out_(size_t(width) + 1)
-    {}
-    const uint8_t* at(int y)
-    {
-        // columns[-1] and columns[width] repeat the edge samples, so the loops need no tests.
-        int* columns = columns_.data() + 1;
-        const int count = plane_.width;
-        if (factorY_ == 1) {
-            const uint8_t* row = plane_.row(std::min(y, plane_.height - 1));
-            for (int i = 0; i < count; ++i)
-                columns[i] = row[i] * 4;
-        } else {
-            const int nearY = std::min(y / 2, plane_.height - 1);
-            const int farY = std::clamp(y % 2 ? nearY + 1 : nearY - 1, 0, plane_.height - 1);
-            const uint8_t* nearRow = plane_.row(nearY);
-            const uint8_t* farRow = plane_.row(farY);
-            for (int i = 0; i < count; ++i)
-                columns[i] = nearRow[i] * 3 + farRow[i];
-        }
-        columns[-1] = columns[0];
-        columns[count] = columns[count - 1];
-        uint8_t* out = out_.data();
-        if (factorX_ == 1) {
-            for (int x = 0; x < width_; ++x)
-                out[x] = uint8_t((columns[x] * 4 + 8) >> 4);
-            return out;
-        }
-        for (int i = 0; i < (width_ + 1) / 2; ++i) {
-            const int near = columns[i] * 3 + 8;
-            out[2 * i] = uint8_t((near + columns[i - 1]) >> 4);
-            out[2 * i + 1] = uint8_t((near + columns[i + 1]) >> 4);
-        }
-        return out;
-    }
-
-private:
-    const Plane& plane_;
-    int factorX_, factorY_, width_;
-    std::vector<int> columns_;
-    std::vector<uint8_t> out_;
-};
 
 inline int clampByte(int value)
 {
@@ -213,9 +161,38 @@ void toRgb(const uint8_t* luma, const uint8_t* cb, const uint8_t* cr, int width,
     }
 }
 
-QImage toColour(const std::vector<Plane>& planes, const JpegHeader& header, int width, int height)
+// Each plane's own scaling onto the picture's size; planes that need none are read as they are.
+struct PlaneScale {
+    PlaneScale(const SamplePlane& plane, double width, double height, const QSize& size)
+        : source(plane), across(width, size.width(), plane.width),
+          down(height, size.height(), plane.height)
+    {
+        if (!across.identity())
+            scaledAcross = SamplePlane(size.width(), down.lastSource() + 1);
+    }
+    bool ready() const { return across.identity() || scaledAcross.samples; }
+    const SamplePlane& acrossResult() const { return across.identity() ? source : scaledAcross; }
+    // Row y at the picture's size; scratch holds a row of that size.
+    const uint8_t* row(int y, uint8_t* scratch) const
+    {
+        if (down.identity())
+            return acrossResult().row(y);
+        ScaleDown(acrossResult(), down, y, across.size(), scratch);
+        return scratch;
+    }
+    const SamplePlane& source;
+    ScaleTaps across;
+    ScaleTaps down;
+    SamplePlane scaledAcross;
+};
+
+// The picture at `size` from planes decoded at `decoded` (luma samples): chroma is brought to
+// the luma grid and everything to the size asked for in one resampling.
+QImage render(const std::vector<SamplePlane>& planes, const JpegHeader& header,
+              const QSize& decoded, const QSize& size)
 {
-    QImage image(width, height, QImage::Format_RGB32);
+    const bool grey = planes.size() == 1;
+    QImage image(size, grey ? QImage::Format_Grayscale8 : QImage::Format_RGB32);
     if (image.isNull())
         return {};
     int hMax = 1;
@@ -224,26 +201,39 @@ QImage toColour(const std::vector<Plane>& planes, const JpegHeader& header, int 
         hMax = std::max(hMax, c.h);
         vMax = std::max(vMax, c.v);
     }
-    const int parts = std::min(height, ParallelWidth() * 4);
+    std::vector<std::unique_ptr<PlaneScale>> scales;
+    for (size_t i = 0; i < planes.size(); ++i) {
+        const int h = grey ? 1 : header.components[i].h;
+        const int v = grey ? 1 : header.components[i].v;
+        scales.push_back(std::make_unique<PlaneScale>(planes[i], double(decoded.width()) * h / hMax,
+                                                      double(decoded.height()) * v / vMax, size));
+        if (!scales.back()->ready())
+            return {};
+    }
+    const int parts = ParallelWidth() * 4;
     RunInParallel(parts, [&](int part) {
-        ChromaRow blue(planes[1], hMax / header.components[1].h, vMax / header.components[1].v,
-                       width);
-        ChromaRow red(planes[2], hMax / header.components[2].h, vMax / header.components[2].v,
-                      width);
-        for (int y = height * part / parts; y < height * (part + 1) / parts; ++y)
-            toRgb(planes[0].row(y), blue.at(y), red.at(y), width,
-                  reinterpret_cast<QRgb*>(image.scanLine(y)));
+        for (auto& scale : scales) {
+            const int rows = scale->scaledAcross.height;
+            if (!scale->across.identity())
+                ScaleAcross(scale->source, scale->across, scale->scaledAcross, rows * part / parts,
+                            rows * (part + 1) / parts);
+        }
     });
-    return image;
-}
-
-QImage toGrey(const Plane& plane, int width, int height)
-{
-    QImage image(width, height, QImage::Format_Grayscale8);
-    if (image.isNull())
-        return {};
-    for (int y = 0; y < height; ++y)
-        std::copy_n(plane.row(y), width, image.scanLine(y));
+    const int height = size.height();
+    RunInParallel(std::min(height, parts), [&](int part) {
+        std::vector<uint8_t> scratch(size_t(size.width()) * scales.size());
+        const int used = std::min(height, parts);
+        for (int y = height * part / used; y < height * (part + 1) / used; ++y) {
+            if (grey) {
+                std::copy_n(scales[0]->row(y, scratch.data()), size.width(), image.scanLine(y));
+                continue;
+            }
+            toRgb(scales[0]->row(y, scratch.data()),
+                  scales[1]->row(y, scratch.data() + size.width()),
+                  scales[2]->row(y, scratch.data() + 2 * size.width()), size.width(),
+                  reinterpret_cast<QRgb*>(image.scanLine(y)));
+        }
+    });
     return image;
 }
 
@@ -268,45 +258,73 @@ bool decodable(const JpegHeader& h)
 
 } // namespace
 
+namespace {
+
+// Beyond these the usual reader, with its own allocation limit, decides.
+constexpr qint64 kMaxValues = qint64(256) << 20;
+constexpr qint64 kMaxPixels = qint64(100) << 20;
+
+// The size libjpeg gives at keep/8 of the picture's size.
+QSize scaledSize(const JpegHeader& header, int keep)
+{
+    return QSize((header.width * keep + 7) / 8, (header.height * keep + 7) / 8);
+}
+
+QImage decode(const QByteArray& file, const JpegHeader& header, int keep, const QSize& size,
+              int parts)
+{
+    const std::optional<JpegScanLayout> layout = LayoutOf(header);
+    if (!layout || layout->totalBlocks() * (keep * keep + 1) > kMaxValues ||
+        qint64(header.width) * header.height * keep * keep / 64 > kMaxPixels ||
+        qint64(size.width()) * size.height() > kMaxPixels)
+        return {};
+    const JpegBlocks values = DecodeJpegScan(file, header, *layout, keep, parts);
+    if (!values.data())
+        return {};
+    const bool single = header.components.size() == 1;
+    std::vector<SamplePlane> planes;
+    for (const JpegComponent& c : header.components) {
+        planes.emplace_back(layout->mcusX * (single ? 1 : c.h) * keep,
+                            layout->mcusY * (single ? 1 : c.v) * keep);
+        if (!planes.back().samples)
+            return {};
+    }
+    switch (keep) {
+    case 4:
+        transformRows<4>(values, header, *layout, planes);
+        break;
+    case 2:
+        transformRows<2>(values, header, *layout, planes);
+        break;
+    default:
+        transformRows<1>(values, header, *layout, planes);
+        break;
+    }
+    return render(planes, header, scaledSize(header, keep), size);
+}
+
+} // namespace
+
 QImage DecodeScaledJpeg(const QByteArray& file, int denominator, int parts)
 {
-    // Beyond these the usual reader, with its own allocation limit, decides.
-    constexpr qint64 kMaxValues = qint64(256) << 20;
-    constexpr qint64 kMaxPixels = qint64(100) << 20;
     const int keep = denominator == 2 ? 4 : denominator == 4 ? 2 : denominator == 8 ? 1 : 0;
     const std::optional<JpegHeader> header = ReadJpegHeader(file);
     if (!keep || !header || !decodable(*header))
         return {};
-    const std::optional<JpegScanLayout> layout = LayoutOf(*header);
-    if (!layout || layout->totalBlocks() * (keep * keep + 1) > kMaxValues ||
-        qint64(header->width) * header->height * keep * keep / 64 > kMaxPixels)
-        return {};
-    const JpegBlocks values = DecodeJpegScan(file, *header, *layout, keep, parts);
-    if (!values.data())
-        return {};
+    return decode(file, *header, keep, scaledSize(*header, keep), parts);
+}
 
-    const bool single = header->components.size() == 1;
-    std::vector<Plane> planes(header->components.size());
-    for (size_t i = 0; i < planes.size(); ++i) {
-        const JpegComponent& c = header->components[i];
-        planes[i].width = layout->mcusX * (single ? 1 : c.h) * keep;
-        planes[i].height = layout->mcusY * (single ? 1 : c.v) * keep;
-        planes[i].samples.resize(size_t(planes[i].width) * size_t(planes[i].height));
+QImage DecodeJpegAtSize(const QByteArray& file, const QSize& size, int parts)
+{
+    const std::optional<JpegHeader> header = ReadJpegHeader(file);
+    if (!header || !decodable(*header) || size.isEmpty())
+        return {};
+    for (const int keep : {1, 2, 4}) {
+        const QSize scaled = scaledSize(*header, keep);
+        if (scaled.width() >= size.width() && scaled.height() >= size.height())
+            return decode(file, *header, keep, size, parts);
     }
-    switch (keep) {
-    case 4:
-        transformRows<4>(values, *header, *layout, planes);
-        break;
-    case 2:
-        transformRows<2>(values, *header, *layout, planes);
-        break;
-    default:
-        transformRows<1>(values, *header, *layout, planes);
-        break;
-    }
-    const int width = (header->width * keep + 7) / 8;
-    const int height = (header->height * keep + 7) / 8;
-    return single ? toGrey(planes[0], width, height) : toColour(planes, *header, width, height);
+    return {};
 }
 
 } // namespace kavori

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QImage>
+#include <QSize>
 
 namespace kavori {
 
@@ -10,5 +11,10 @@ namespace kavori {
 // another kind (progressive, arithmetic coded, 12-bit, CMYK, RGB) or damaged; the caller then
 // reads it the usual way. parts as for DecodeJpegScan.
 QImage DecodeScaledJpeg(const QByteArray& file, int denominator, int parts = 0);
+
+// The same picture at any size up to half of its own: decoded at the smallest of those scales
+// that covers the size, then averaged down to it. Null also when the size needs the full
+// decode.
+QImage DecodeJpegAtSize(const QByteArray& file, const QSize& size, int parts = 0);
 
 } // namespace kavori

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <new>
+#include <vector>
+
+namespace kavori {
+
+// One 8-bit channel of a picture (luma, chroma or grey), row after row.
+// Made without clearing: whoever makes one writes every sample.
+struct SamplePlane {
+    int width = 0;
+    int height = 0;
+    std::unique_ptr<uint8_t[]> samples;
+    SamplePlane() = default;
+    // samples is null when memory ran out.
+    SamplePlane(int w, int h)
+        : width(w), height(h), samples(new (std::nothrow) uint8_t[size_t(w) * size_t(h)])
+    {}
+    uint8_t* row(int y) { return samples.get() + ptrdiff_t(y) * width; }
+    const uint8_t* row(int y) const { return samples.get() + ptrdiff_t(y) * width; }
+};
+
+// The weights that take a run of source samples onto `to` samples in one direction: the
+// average over each target sample's area when shrinking, straight-line blending between the
+// two nearest source samples when enlarging. `extent` is how many source samples the picture
+// covers (a fraction where chroma covers an odd luma size); no weight falls beyond
+// `available` samples.
+class ScaleTaps {
+public:
+    ScaleTaps(double extent, int to, int available);
+    int size() const { return int(first_.size()); }
+    // Each target sample is the source sample of the same number.
+    bool identity() const { return identity_; }
+    // The last source sample any target sample reads.
+    int lastSource() const { return lastSource_; }
+    // Target sample t reads count(t) source samples from first(t) on, with weights(t). Where
+    // the source is long enough every target reads the same number, `taps`.
+    int first(int t) const { return first_[size_t(t)]; }
+    int count(int t) const { return count_[size_t(t)]; }
+    const int16_t* weights(int t) const { return weights_.data() + ptrdiff_t(t) * stride_; }
+    int taps() const { return uniform_ ? stride_ : 0; }
+    static constexpr int kBits = 14; // the weights of a target sample add up to 1 << kBits
+
+private:
+    std::vector<int> first_;
+    std::vector<int> count_;
+    std::vector<int16_t> weights_;
+    int stride_ = 1;
+    int lastSource_ = 0;
+    bool identity_ = true;
+    bool uniform_ = false;
+};
+
+// Scales rows [from, to) of `in` across into the same rows of `out` (out.width wide).
+void ScaleAcross(const SamplePlane& in, const ScaleTaps& across, SamplePlane& out, int from,
+                 int to);
+
+// Scales down or up the columns of `in` to give the first `width` samples of target row y.
+void ScaleDown(const SamplePlane& in, const ScaleTaps& down, int y, int width, uint8_t* out);
+
+} // namespace kavori
