@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <memory>
 
 namespace kavori {
@@ -48,13 +49,16 @@ template <> struct ReducedIdct<2> {
 template <> struct ReducedIdct<4> {
     // Four lanes: one 4-point transform for each of four rows or columns at once.
     typedef float Lanes __attribute__((vector_size(16)));
-    typedef int32_t IntLanes __attribute__((vector_size(16)));
+    typedef int32_t Ints __attribute__((vector_size(16)));
+    typedef int16_t Shorts __attribute__((vector_size(8)));
+    typedef uint16_t Steps __attribute__((vector_size(8)));
+    typedef uint8_t Bytes __attribute__((vector_size(4)));
 
     static void fourPoint(Lanes f0, Lanes f1, Lanes f2, Lanes f3, Lanes* out)
     {
-        const Lanes c4 = {0.35355339f, 0.35355339f, 0.35355339f, 0.35355339f};
-        const Lanes c1 = {0.46193977f, 0.46193977f, 0.46193977f, 0.46193977f};
-        const Lanes c3 = {0.19134172f, 0.19134172f, 0.19134172f, 0.19134172f};
+        const Lanes c4 = Lanes{} + 0.35355339f;
+        const Lanes c1 = Lanes{} + 0.46193977f;
+        const Lanes c3 = Lanes{} + 0.19134172f;
         const Lanes even0 = c4 * (f0 + f2), even1 = c4 * (f0 - f2);
         const Lanes odd0 = c1 * f1 + c3 * f3, odd1 = c3 * f1 - c1 * f3;
         out[0] = even0 + odd0;
@@ -62,47 +66,58 @@ template <> struct ReducedIdct<4> {
         out[2] = even1 - odd1;
         out[3] = even0 - odd0;
     }
+    template <int A, int B, int C, int D> static Lanes shuffle(Lanes a, Lanes b)
+    {
+#if defined(__clang__)
+        return __builtin_shufflevector(a, b, A, B, C, D);
+#else
+        return __builtin_shuffle(a, b, Ints{A, B, C, D});
+#endif
+    }
     static void transpose(Lanes* m)
     {
-        Lanes t[4];
-        for (int i = 0; i < 4; ++i)
-            t[i] = Lanes{m[0][i], m[1][i], m[2][i], m[3][i]};
-        std::copy_n(t, 4, m);
+        const Lanes t0 = shuffle<0, 4, 1, 5>(m[0], m[1]);
+        const Lanes t1 = shuffle<0, 4, 1, 5>(m[2], m[3]);
+        const Lanes t2 = shuffle<2, 6, 3, 7>(m[0], m[1]);
+        const Lanes t3 = shuffle<2, 6, 3, 7>(m[2], m[3]);
+        m[0] = shuffle<0, 1, 4, 5>(t0, t1);
+        m[1] = shuffle<2, 3, 6, 7>(t0, t1);
+        m[2] = shuffle<0, 1, 4, 5>(t2, t3);
+        m[3] = shuffle<2, 3, 6, 7>(t2, t3);
     }
     static void transform(const int16_t* in, const uint16_t* quant, uint8_t* out, int stride)
     {
-        bool flat = true;
-        for (int i = 1; i < 16 && flat; ++i)
-            flat = in[i] == 0;
-        if (flat) {
+        uint64_t words[4];
+        std::memcpy(words, in, sizeof words);
+        if (((words[0] & ~uint64_t(0xFFFF)) | words[1] | words[2] | words[3]) == 0) {
             const uint8_t value = clampSample(float(in[0]) * float(quant[0]) / 8);
             for (int y = 0; y < 4; ++y)
-                std::fill_n(out + y * stride, 4, value);
+                std::memset(out + y * stride, value, 4);
             return;
         }
         Lanes rows[4]; // rows[v][u]: vertical frequency v, horizontal frequency u
         for (int v = 0; v < 4; ++v) {
-            const int16_t* f = in + v * 4;
-            const uint16_t* q = quant + v * 8;
-            rows[v] = Lanes{float(f[0]) * q[0], float(f[1]) * q[1], float(f[2]) * q[2],
-                            float(f[3]) * q[3]};
+            Shorts values;
+            Steps steps;
+            std::memcpy(&values, in + v * 4, sizeof values);
+            std::memcpy(&steps, quant + v * 8, sizeof steps);
+            rows[v] =
+                __builtin_convertvector(values, Lanes) * __builtin_convertvector(steps, Lanes);
         }
-        Lanes columns[4]; // columns[y][u] after the vertical pass
+        Lanes columns[4]; // [y][u] after the vertical pass
         fourPoint(rows[0], rows[1], rows[2], rows[3], columns);
         transpose(columns); // [u][y]
         Lanes pixels[4];    // [x][y]
         fourPoint(columns[0], columns[1], columns[2], columns[3], pixels);
         transpose(pixels); // [y][x]
-        const Lanes offset = {128.5f, 128.5f, 128.5f, 128.5f};
-        const IntLanes low = {0, 0, 0, 0};
-        const IntLanes high = {255, 255, 255, 255};
+        const Ints low = Ints{};
+        const Ints high = Ints{} + 255;
         for (int y = 0; y < 4; ++y) {
-            IntLanes value = __builtin_convertvector(pixels[y] + offset, IntLanes);
+            Ints value = __builtin_convertvector(pixels[y] + 128.5f, Ints);
             value = value < low ? low : value;
             value = value > high ? high : value;
-            uint8_t* row = out + y * stride;
-            for (int x = 0; x < 4; ++x)
-                row[x] = uint8_t(value[x]);
+            const Bytes bytes = __builtin_convertvector(value, Bytes);
+            std::memcpy(out + y * stride, &bytes, 4);
         }
     }
 };
