@@ -3,10 +3,7 @@
 #include "runtime/ParallelRun.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
-#include <new>
 
 namespace kavori {
 
@@ -194,7 +191,7 @@ struct Scan {
 // The blocks one decoder went through: their values, where each started, which failed.
 struct Piece {
     JpegBlocks values;
-    std::unique_ptr<uint64_t[]> starts; // (bit << 4) | phase
+    ScratchBuffer starts; // uint64_t (bit << 4) | phase of each block
     qint64 blocks = 0;
     std::vector<qint64> failures;
     uint64_t endBit = 0;
@@ -204,14 +201,15 @@ struct Piece {
 void decodePiece(const Scan& scan, uint64_t bit, uint64_t stopBit, qint64 capacity, Piece& piece)
 {
     piece.values = JpegBlocks(capacity, scan.stride);
-    piece.starts.reset(new (std::nothrow) uint64_t[size_t(capacity)]);
-    if (!piece.values.data() || !piece.starts)
+    piece.starts = ScratchBuffer(size_t(capacity) * sizeof(uint64_t));
+    if (!piece.values.data() || !piece.starts.data())
         return;
+    auto* starts = piece.starts.as<uint64_t>();
     Bits b(scan.data, bit);
     int phase = 0;
     qint64 blocks = 0;
     while (b.pos() < stopBit && b.pos() < scan.dataBits && blocks < capacity) {
-        piece.starts[size_t(blocks)] = (b.pos() << 4) | uint64_t(phase);
+        starts[blocks] = (b.pos() << 4) | uint64_t(phase);
         if (!scan.block(b, phase, piece.values.block(blocks)))
             piece.failures.push_back(blocks);
         ++blocks;
@@ -233,7 +231,7 @@ bool anyFailureIn(const Piece& piece, qint64 from, qint64 to)
 JpegBlocks joinPieces(const Scan& scan, std::vector<Piece>& pieces, qint64 totalBlocks)
 {
     Piece& first = pieces[0];
-    if (!first.failures.empty() || !first.values.data() || !first.starts)
+    if (!first.failures.empty() || !first.values.data() || !first.starts.data())
         return {};
     JpegBlocks out = std::move(first.values);
     qint64 blocks = first.blocks;
@@ -244,14 +242,15 @@ JpegBlocks joinPieces(const Scan& scan, std::vector<Piece>& pieces, qint64 total
     while (blocks < totalBlocks) {
         if (next < pieces.size()) {
             const Piece& piece = pieces[next];
-            while (index < piece.blocks && (piece.starts[size_t(index)] >> 4) < b.pos())
+            const auto* starts = piece.starts.as<uint64_t>();
+            while (index < piece.blocks && (starts[index] >> 4) < b.pos())
                 ++index;
             if (index == piece.blocks) {
                 ++next; // that piece never fell in step; its successor may
                 index = 0;
                 continue;
             }
-            if (piece.starts[size_t(index)] == ((b.pos() << 4) | uint64_t(phase))) {
+            if (starts[index] == ((b.pos() << 4) | uint64_t(phase))) {
                 const qint64 take = std::min(piece.blocks - index, totalBlocks - blocks);
                 if (anyFailureIn(piece, index, index + take))
                     return {};
@@ -259,8 +258,8 @@ JpegBlocks joinPieces(const Scan& scan, std::vector<Piece>& pieces, qint64 total
                             size_t(take) * size_t(scan.stride) * sizeof(int16_t));
                 blocks += take;
                 if (index + take < piece.blocks) {
-                    b.seek(piece.starts[size_t(index + take)] >> 4);
-                    phase = int(piece.starts[size_t(index + take)] & 15);
+                    b.seek(starts[index + take] >> 4);
+                    phase = int(starts[index + take] & 15);
                 } else {
                     b.seek(piece.endBit);
                     phase = piece.endPhase;
@@ -282,37 +281,50 @@ JpegBlocks joinPieces(const Scan& scan, std::vector<Piece>& pieces, qint64 total
 
 // Copies the entropy-coded data without its stuffed zero bytes; notes where each restart
 // interval starts. Stops at the first marker that is not a restart marker.
-std::vector<uint8_t> unstuff(const uint8_t* p, const uint8_t* end, std::vector<uint64_t>& restarts,
-                             bool& badRestart)
+// The entropy-coded data without its stuffed zero bytes, then kPadding zero bytes.
+struct Unstuffed {
+    ScratchBuffer buffer;
+    size_t size = 0;
+    std::vector<uint64_t> restarts; // where each restart interval after the first starts
+    bool badRestart = false;        // restart markers out of sequence
+    const uint8_t* data() const { return buffer.as<uint8_t>(); }
+};
+
+// Stops at the first marker that is not a restart marker.
+bool unstuff(const uint8_t* p, const uint8_t* end, Unstuffed& out)
 {
-    std::vector<uint8_t> out;
-    out.reserve(size_t(end - p) + kPadding);
+    out.buffer = ScratchBuffer(size_t(end - p) + kPadding);
+    auto* to = out.buffer.as<uint8_t>();
+    if (!to)
+        return false;
+    uint8_t* const start = to;
     int expected = 0;
     while (p < end) {
         const auto* ff = static_cast<const uint8_t*>(std::memchr(p, 0xFF, size_t(end - p)));
         if (!ff) {
-            out.insert(out.end(), p, end);
+            to = std::copy(p, end, to);
             break;
         }
-        out.insert(out.end(), p, ff);
+        to = std::copy(p, ff, to);
         const uint8_t* q = ff + 1;
         while (q < end && *q == 0xFF)
             ++q;
         if (q == end)
             break;
         if (*q == 0x00) {
-            out.push_back(0xFF);
+            *to++ = 0xFF;
         } else if (*q >= 0xD0 && *q <= 0xD7) {
-            badRestart = badRestart || (*q & 7) != expected;
+            out.badRestart = out.badRestart || (*q & 7) != expected;
             expected = (expected + 1) & 7;
-            restarts.push_back(out.size());
+            out.restarts.push_back(uint64_t(to - start));
         } else {
             break;
         }
         p = q + 1;
     }
-    out.resize(out.size() + kPadding, 0);
-    return out;
+    out.size = size_t(to - start);
+    std::memset(to, 0, kPadding);
+    return true;
 }
 
 // Turns DC differences into DC values, starting again at each restart interval.
@@ -400,8 +412,7 @@ std::optional<JpegScanLayout> LayoutOf(const JpegHeader& header)
 }
 
 JpegBlocks::JpegBlocks(qint64 count, int stride)
-    : values_(static_cast<int16_t*>(std::malloc(size_t(count) * size_t(stride) * sizeof(int16_t)))),
-      count_(count), stride_(stride)
+    : values_(size_t(count) * size_t(stride) * sizeof(int16_t)), count_(count), stride_(stride)
 {}
 
 JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
@@ -436,22 +447,22 @@ JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
     }
 
     const auto* begin = reinterpret_cast<const uint8_t*>(file.constData());
-    std::vector<uint64_t> restarts;
-    bool badRestart = false;
-    const std::vector<uint8_t> data =
-        unstuff(begin + header.scanData, begin + file.size(), restarts, badRestart);
+    Unstuffed data;
+    if (header.scanData > file.size() ||
+        !unstuff(begin + header.scanData, begin + file.size(), data))
+        return {};
     scan.data = data.data();
-    scan.dataBits = uint64_t(data.size() - kPadding) * 8;
+    scan.dataBits = uint64_t(data.size) * 8;
     const qint64 totalBlocks = layout.totalBlocks();
-    const qsizetype bytes = qsizetype(data.size()) - kPadding;
+    const auto bytes = qsizetype(data.size);
     if (parts <= 0)
         parts = int(std::clamp<qsizetype>(bytes / kMinPieceBytes, 1, ParallelWidth()));
 
     JpegBlocks values;
     if (header.restartInterval > 0) {
-        if (badRestart)
+        if (data.badRestart)
             return {};
-        values = decodeWithRestarts(scan, layout, restarts, header.restartInterval, parts);
+        values = decodeWithRestarts(scan, layout, data.restarts, header.restartInterval, parts);
     } else {
         // Every piece may hold all blocks (a picture can be mostly sky in one part); the
         // buffers take memory only where they are written.

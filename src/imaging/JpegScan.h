@@ -1,12 +1,11 @@
 #pragma once
 
 #include "JpegHeader.h"
+#include "runtime/ScratchMemory.h"
 
 #include <QByteArray>
 
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
 #include <optional>
 #include <vector>
 
@@ -29,18 +28,15 @@ class JpegBlocks {
 public:
     JpegBlocks() = default;
     JpegBlocks(qint64 count, int stride); // data() is null when memory ran out
-    int16_t* data() { return values_.get(); }
-    const int16_t* data() const { return values_.get(); }
-    int16_t* block(qint64 i) { return values_.get() + i * stride_; }
-    const int16_t* block(qint64 i) const { return values_.get() + i * stride_; }
+    int16_t* data() { return values_.as<int16_t>(); }
+    const int16_t* data() const { return values_.as<int16_t>(); }
+    int16_t* block(qint64 i) { return data() + i * stride_; }
+    const int16_t* block(qint64 i) const { return data() + i * stride_; }
     qint64 count() const { return count_; }
     int stride() const { return stride_; }
 
 private:
-    struct Free {
-        void operator()(int16_t* p) const { std::free(p); }
-    };
-    std::unique_ptr<int16_t[], Free> values_;
+    ScratchBuffer values_;
     qint64 count_ = 0;
     int stride_ = 0;
 };

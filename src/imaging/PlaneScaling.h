@@ -1,9 +1,9 @@
 #pragma once
 
+#include "runtime/ScratchMemory.h"
+
 #include <cstddef>
 #include <cstdint>
-#include <memory>
-#include <new>
 #include <vector>
 
 namespace kavori {
@@ -13,14 +13,12 @@ namespace kavori {
 struct SamplePlane {
     int width = 0;
     int height = 0;
-    std::unique_ptr<uint8_t[]> samples;
+    ScratchBuffer samples;
     SamplePlane() = default;
-    // samples is null when memory ran out.
-    SamplePlane(int w, int h)
-        : width(w), height(h), samples(new (std::nothrow) uint8_t[size_t(w) * size_t(h)])
-    {}
-    uint8_t* row(int y) { return samples.get() + ptrdiff_t(y) * width; }
-    const uint8_t* row(int y) const { return samples.get() + ptrdiff_t(y) * width; }
+    // samples.data() is null when memory ran out.
+    SamplePlane(int w, int h) : width(w), height(h), samples(size_t(w) * size_t(h)) {}
+    uint8_t* row(int y) { return samples.as<uint8_t>() + ptrdiff_t(y) * width; }
+    const uint8_t* row(int y) const { return samples.as<uint8_t>() + ptrdiff_t(y) * width; }
 };
 
 // The weights that take a run of source samples onto `to` samples in one direction: the

@@ -185,7 +185,7 @@ struct PlaneScale {
         if (!across.identity())
             scaledAcross = SamplePlane(size.width(), down.lastSource() + 1);
     }
-    bool ready() const { return across.identity() || scaledAcross.samples; }
+    bool ready() const { return across.identity() || scaledAcross.samples.data(); }
     const SamplePlane& acrossResult() const { return across.identity() ? source : scaledAcross; }
     // Row y at the picture's size; scratch holds a row of that size.
     const uint8_t* row(int y, uint8_t* scratch) const
@@ -301,7 +301,7 @@ QImage decode(const QByteArray& file, const JpegHeader& header, int keep, const 
     for (const JpegComponent& c : header.components) {
         planes.emplace_back(layout->mcusX * (single ? 1 : c.h) * keep,
                             layout->mcusY * (single ? 1 : c.v) * keep);
-        if (!planes.back().samples)
+        if (!planes.back().samples.data())
             return {};
     }
     switch (keep) {
