@@ -62,16 +62,16 @@ bool readHuffman(Segment s, JpegHeader& h)
         const int slot = kindAndSlot & 15;
         if ((kindAndSlot >> 4) > 1 || slot > 3)
             return false;
-        JpegHuffmanSpec& spec = (kindAndSlot >> 4) ? h.ac[slot] : h.dc[slot];
+        JpegHuffmanCodes& codes = (kindAndSlot >> 4) ? h.ac[slot] : h.dc[slot];
         int total = 0;
-        for (auto& count : spec.counts)
+        for (auto& count : codes.counts)
             total += count = uint8_t(s.byte());
         if (!s.ok() || total > 256)
             return false;
-        spec.symbols.resize(total);
-        for (auto& symbol : spec.symbols)
+        codes.symbols.resize(total);
+        for (auto& symbol : codes.symbols)
             symbol = uint8_t(s.byte());
-        spec.defined = s.ok();
+        codes.defined = s.ok();
     }
     return s.ok();
 }

@@ -20,7 +20,7 @@ struct JpegComponent {
     int acTable = 0;
 };
 
-struct JpegHuffmanSpec {
+struct JpegHuffmanCodes {
     bool defined = false;
     std::array<uint8_t, 16> counts{}; // codes of each length 1 to 16
     std::vector<uint8_t> symbols;
@@ -36,8 +36,8 @@ struct JpegHeader {
     bool fullSpectrum = false; // the first scan carries coefficients 0 to 63 at full precision
     std::array<std::array<uint16_t, 64>, 4> quant{}; // natural (row by row) order
     std::array<bool, 4> quantDefined{};
-    std::array<JpegHuffmanSpec, 4> dc;
-    std::array<JpegHuffmanSpec, 4> ac;
+    std::array<JpegHuffmanCodes, 4> dc;
+    std::array<JpegHuffmanCodes, 4> ac;
     int restartInterval = 0; // MCUs between restart markers; 0 for none
     qsizetype scanData = 0;  // offset of the first scan's entropy-coded data
 };

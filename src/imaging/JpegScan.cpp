@@ -25,21 +25,21 @@ struct Huffman {
     uint8_t symbols[256]{};
 };
 
-bool buildHuffman(const JpegHuffmanSpec& spec, bool ac, Huffman& t)
+bool buildHuffman(const JpegHuffmanCodes& codes, bool ac, Huffman& t)
 {
-    if (!spec.defined)
+    if (!codes.defined)
         return false;
-    std::copy(spec.symbols.begin(), spec.symbols.end(), t.symbols);
+    std::copy(codes.symbols.begin(), codes.symbols.end(), t.symbols);
     int code = 0;
     int k = 0;
     for (int length = 1; length <= 16; ++length) {
-        const int count = spec.counts[length - 1];
+        const int count = codes.counts[length - 1];
         t.valueOffset[length] = k - code;
         for (int i = 0; i < count; ++i, ++code, ++k) {
             if (length <= kFastBits) {
                 const int shift = kFastBits - length;
                 for (int fill = 0; fill < (1 << shift); ++fill)
-                    t.fast[(code << shift) | fill] = uint16_t((length << 8) | spec.symbols[k]);
+                    t.fast[(code << shift) | fill] = uint16_t((length << 8) | codes.symbols[k]);
             }
         }
         t.maxCode[length] = count ? code - 1 : -1;

@@ -66,6 +66,7 @@ ScaleTaps::ScaleTaps(double extent, int to, int available)
 
 namespace {
 
+// Taps 0: as many as each target sample has.
 template <int Taps>
 void scaleRowsAcross(const SamplePlane& in, const ScaleTaps& across, SamplePlane& out, int from,
                      int to)
@@ -78,7 +79,8 @@ void scaleRowsAcross(const SamplePlane& in, const ScaleTaps& across, SamplePlane
             const int16_t* w = across.weights(x);
             const uint8_t* s = source + across.first(x);
             int sum = half;
-            for (int i = 0; i < Taps; ++i)
+            const int count = Taps ? Taps : across.count(x);
+            for (int i = 0; i < count; ++i)
                 sum += w[i] * s[i];
             target[x] = uint8_t(sum >> ScaleTaps::kBits);
         }
@@ -99,20 +101,7 @@ void ScaleAcross(const SamplePlane& in, const ScaleTaps& across, SamplePlane& ou
     case 4:
         return scaleRowsAcross<4>(in, across, out, from, to);
     default:
-        break;
-    }
-    constexpr int half = 1 << (ScaleTaps::kBits - 1);
-    for (int y = from; y < to; ++y) {
-        const uint8_t* source = in.row(y);
-        uint8_t* target = out.row(y);
-        for (int x = 0; x < across.size(); ++x) {
-            const int16_t* w = across.weights(x);
-            const uint8_t* s = source + across.first(x);
-            int sum = half;
-            for (int i = 0; i < across.count(x); ++i)
-                sum += w[i] * s[i];
-            target[x] = uint8_t(sum >> ScaleTaps::kBits);
-        }
+        return scaleRowsAcross<0>(in, across, out, from, to);
     }
 }
 
