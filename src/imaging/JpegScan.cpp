@@ -210,8 +210,12 @@ void decodePiece(const Scan& scan, uint64_t bit, uint64_t stopBit, qint64 capaci
     qint64 blocks = 0;
     while (b.pos() < stopBit && b.pos() < scan.dataBits && blocks < capacity) {
         starts[blocks] = (b.pos() << 4) | uint64_t(phase);
-        if (!scan.block(b, phase, piece.values.block(blocks)))
+        const uint64_t before = b.pos();
+        if (!scan.block(b, phase, piece.values.block(blocks))) {
             piece.failures.push_back(blocks);
+            if (b.pos() == before)
+                b.seek(before + 1); // a guessing decoder always moves on
+        }
         ++blocks;
         phase = phase + 1 == scan.blocksPerMcu ? 0 : phase + 1;
     }
@@ -455,6 +459,10 @@ JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
     scan.dataBits = uint64_t(data.size) * 8;
     const qint64 totalBlocks = layout.totalBlocks();
     const auto bytes = qsizetype(data.size);
+    // Every block takes at least two bits (a DC code and an AC code); a header promising more
+    // blocks than the data can hold is damaged, and is not worth the buffers it would take.
+    if (totalBlocks > qint64(scan.dataBits / 2) + 1)
+        return {};
     if (parts <= 0)
         parts = int(std::clamp<qsizetype>(bytes / kMinPieceBytes, 1, ParallelWidth()));
 
@@ -464,8 +472,8 @@ JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
             return {};
         values = decodeWithRestarts(scan, layout, data.restarts, header.restartInterval, parts);
     } else {
-        // Every piece may hold all blocks (a picture can be mostly sky in one part); the
-        // buffers take memory only where they are written.
+        // Every piece may hold all blocks (a picture can be mostly sky in one part); only the
+        // part of its buffers a piece writes is touched.
         std::vector<Piece> pieces(size_t(std::max(1, parts)));
         const uint64_t pieceBits = scan.dataBits / pieces.size();
         RunInParallel(int(pieces.size()), [&](int i) {

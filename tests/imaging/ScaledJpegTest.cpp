@@ -198,6 +198,16 @@ TEST_F(ScaledJpegTest, DamagedFilesFailCleanly)
         }
         const QString path = writeFile(QStringLiteral("cut.jpg"), file.left(file.size() / 2));
         EXPECT_EQ(LoadPicture(path, QSize(48, 48)).size(), QSize(48, 32));
+
+        // A frame header claiming 65535 x 65535 pixels over a few kilobytes of data.
+        QByteArray huge = file;
+        const qsizetype frame = huge.indexOf(QByteArray("\xFF\xC0", 2));
+        ASSERT_GT(frame, 0);
+        for (int i = 5; i < 9; ++i)
+            huge[frame + i] = char(0xFF);
+        for (const int denominator : {2, 8})
+            EXPECT_TRUE(DecodeScaledJpeg(huge, denominator).isNull());
+        LoadPicture(writeFile(QStringLiteral("huge.jpg"), huge), QSize(100, 100));
     }
 }
 
