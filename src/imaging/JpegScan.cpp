@@ -36,6 +36,8 @@ bool buildHuffman(const JpegHuffmanCodes& codes, bool ac, Huffman& t)
         const int count = codes.counts[length - 1];
         t.valueOffset[length] = k - code;
         for (int i = 0; i < count; ++i, ++code, ++k) {
+            if (code >= (1 << length))
+                return false; // more codes than the length can hold
             if (length <= kFastBits) {
                 const int shift = kFastBits - length;
                 for (int fill = 0; fill < (1 << shift); ++fill)
@@ -43,8 +45,6 @@ bool buildHuffman(const JpegHuffmanCodes& codes, bool ac, Huffman& t)
             }
         }
         t.maxCode[length] = count ? code - 1 : -1;
-        if (code > (1 << length))
-            return false; // more codes than the length can hold
         code <<= 1;
     }
     t.maxCode[17] = INT32_MAX;

@@ -271,10 +271,6 @@ bool decodable(const JpegHeader& h)
            h.components[1].v == 1 && h.components[2].h == 1 && h.components[2].v == 1;
 }
 
-} // namespace
-
-namespace {
-
 // Beyond these the usual reader, with its own allocation limit, decides.
 constexpr qint64 kMaxValues = qint64(256) << 20;
 constexpr qint64 kMaxPixels = qint64(100) << 20;

@@ -208,6 +208,19 @@ TEST_F(ScaledJpegTest, DamagedFilesFailCleanly)
         for (const int denominator : {2, 8})
             EXPECT_TRUE(DecodeScaledJpeg(huge, denominator).isNull());
         LoadPicture(writeFile(QStringLiteral("huge.jpg"), huge), QSize(100, 100));
+
+        // An AC Huffman table whose codes of 16 bits all claim to be one bit long: far more
+        // codes than one bit can tell apart.
+        QByteArray overfull = file;
+        qsizetype table = -1;
+        while ((table = overfull.indexOf(QByteArray("\xFF\xC4", 2), table + 1)) > 0 &&
+               overfull[table + 4] != char(0x10)) {
+        }
+        ASSERT_GT(table, 0);
+        const qsizetype counts = table + 5; // marker, length, class and slot
+        overfull[counts] = char(overfull[counts] + overfull[counts + 15]);
+        overfull[counts + 15] = 0;
+        EXPECT_TRUE(DecodeScaledJpeg(overfull, 2).isNull());
     }
 }
 
