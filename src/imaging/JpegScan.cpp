@@ -198,18 +198,22 @@ struct Piece {
     int endPhase = 0;
 };
 
-void decodePiece(const Scan& scan, uint64_t bit, uint64_t stopBit, qint64 capacity, Piece& piece)
+// The first piece starts at a known boundary; only the guessing ones note where blocks start.
+void decodePiece(const Scan& scan, uint64_t bit, uint64_t stopBit, qint64 capacity, bool guessed,
+                 Piece& piece)
 {
     piece.values = JpegBlocks(capacity, scan.stride);
-    piece.starts = ScratchBuffer(size_t(capacity) * sizeof(uint64_t));
-    if (!piece.values.data() || !piece.starts.data())
+    if (guessed)
+        piece.starts = ScratchBuffer(size_t(capacity) * sizeof(uint64_t));
+    if (!piece.values.data() || (guessed && !piece.starts.data()))
         return;
     auto* starts = piece.starts.as<uint64_t>();
     Bits b(scan.data, bit);
     int phase = 0;
     qint64 blocks = 0;
     while (b.pos() < stopBit && b.pos() < scan.dataBits && blocks < capacity) {
-        starts[blocks] = (b.pos() << 4) | uint64_t(phase);
+        if (guessed)
+            starts[blocks] = (b.pos() << 4) | uint64_t(phase);
         const uint64_t before = b.pos();
         if (!scan.block(b, phase, piece.values.block(blocks))) {
             piece.failures.push_back(blocks);
@@ -235,7 +239,7 @@ bool anyFailureIn(const Piece& piece, qint64 from, qint64 to)
 JpegBlocks joinPieces(const Scan& scan, std::vector<Piece>& pieces, qint64 totalBlocks)
 {
     Piece& first = pieces[0];
-    if (!first.failures.empty() || !first.values.data() || !first.starts.data())
+    if (!first.failures.empty() || !first.values.data())
         return {};
     JpegBlocks out = std::move(first.values);
     qint64 blocks = first.blocks;
@@ -472,15 +476,17 @@ JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
             return {};
         values = decodeWithRestarts(scan, layout, data.restarts, header.restartInterval, parts);
     } else {
-        // Every piece may hold all blocks (a picture can be mostly sky in one part); only the
-        // part of its buffers a piece writes is touched.
+        // The first piece holds every block in the end. The others get room for four times
+        // their share: a piece of plain sky holds far more blocks than its share of the bits,
+        // and one that runs out of room stops early, leaving the rest to the joining decoder.
         std::vector<Piece> pieces(size_t(std::max(1, parts)));
         const uint64_t pieceBits = scan.dataBits / pieces.size();
+        const qint64 room = std::min(totalBlocks, 4 * totalBlocks / qint64(pieces.size()) + 1024);
         RunInParallel(int(pieces.size()), [&](int i) {
             const uint64_t start = (pieceBits * uint64_t(i)) & ~uint64_t(7);
             const uint64_t stop =
                 i + 1 == int(pieces.size()) ? scan.dataBits : pieceBits * uint64_t(i + 1);
-            decodePiece(scan, start, stop, totalBlocks, pieces[size_t(i)]);
+            decodePiece(scan, start, stop, i == 0 ? totalBlocks : room, i > 0, pieces[size_t(i)]);
         });
         values = joinPieces(scan, pieces, totalBlocks);
     }

@@ -149,6 +149,13 @@ TEST_F(ScaledJpegTest, PiecesFallInStepOnAnyData)
                     << " pieces";
         }
     }
+    // A plain bottom half cut into many pieces: the last pieces hold far more blocks than
+    // their share of the bits and run out of room, which the joining decoder makes up for.
+    const QImage flatBottom = PhotoLike(640, 480, 7, true).mirrored(false, true);
+    const QByteArray file = EncodeJpeg(flatBottom, {});
+    const QImage whole = DecodeScaledJpeg(file, 4, 1);
+    for (const int parts : {16, 40})
+        EXPECT_EQ(DecodeScaledJpeg(file, 4, parts), whole) << parts << " pieces";
 }
 
 // Progressive, CMYK and stored-RGB files are not ours to decode; the picture loader then reads
