@@ -2,12 +2,11 @@
 // 25 thumbnails of 160 x 120, one at a time and all at once. Each decode for the screen or a
 // thumbnail itself uses every core; run the program under `taskset -c 0` for one core.
 #include "imaging/PictureLoader.h"
+#include "support/PhotoLike.h"
 
 #include <QDir>
 #include <QImage>
 #include <QImageReader>
-#include <QPainter>
-#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QtConcurrent>
 
@@ -15,38 +14,13 @@
 
 namespace {
 
-// Smooth gradients, soft shapes and sensor-like noise compress like a real photo does.
+// Written once per run; codes like a 12 MP phone photo (about 2 bits per pixel at q90).
 QString photoLikeJpeg(int width, int height)
 {
     static QTemporaryDir dir;
     const QString path = dir.path() + QStringLiteral("/photo_%1x%2.jpg").arg(width).arg(height);
-    if (QFile::exists(path))
-        return path;
-    QImage image(width, height, QImage::Format_RGB32);
-    QPainter painter(&image);
-    QLinearGradient sky(0, 0, 0, height);
-    sky.setColorAt(0, QColor(70, 120, 200));
-    sky.setColorAt(0.6, QColor(200, 210, 230));
-    sky.setColorAt(1, QColor(60, 90, 40));
-    painter.fillRect(image.rect(), sky);
-    QRandomGenerator rng(42);
-    for (int i = 0; i < 400; ++i) {
-        QRadialGradient blob(rng.bounded(width), rng.bounded(height), 50 + rng.bounded(400));
-        blob.setColorAt(0, QColor(rng.bounded(256), rng.bounded(256), rng.bounded(256), 120));
-        blob.setColorAt(1, QColor(0, 0, 0, 0));
-        painter.fillRect(image.rect(), blob);
-    }
-    painter.end();
-    for (int y = 0; y < height; ++y) {
-        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
-        for (int x = 0; x < width; ++x) {
-            const int n = int(rng.bounded(17)) - 8;
-            const QRgb c = line[x];
-            line[x] = qRgb(qBound(0, qRed(c) + n, 255), qBound(0, qGreen(c) + n, 255),
-                           qBound(0, qBlue(c) + n, 255));
-        }
-    }
-    image.save(path, "JPEG", 90);
+    if (!QFile::exists(path))
+        kavori::test::PhotoLike(width, height, 42).save(path, "JPEG", 90);
     return path;
 }
 

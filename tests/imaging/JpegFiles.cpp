@@ -1,8 +1,5 @@
 #include "JpegFiles.h"
 
-#include <QPainter>
-#include <QRandomGenerator>
-
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
@@ -79,39 +76,6 @@ QByteArray EncodeJpeg(const QImage& picture, const JpegLayout& layout)
     const QByteArray file(reinterpret_cast<const char*>(buffer), qsizetype(size));
     std::free(buffer);
     return file;
-}
-
-QImage PhotoLike(int width, int height, int seed, bool flatTop)
-{
-    QImage image(width, height, QImage::Format_RGB32);
-    QPainter painter(&image);
-    QLinearGradient sky(0, 0, 0, height);
-    sky.setColorAt(0, QColor(70, 120, 200));
-    sky.setColorAt(1, QColor(60, 90, 40));
-    painter.fillRect(image.rect(), sky);
-    QRandomGenerator random{quint32(seed)};
-    for (int i = 0; i < 30; ++i) {
-        QRadialGradient blob(random.bounded(width), random.bounded(height),
-                             10 + random.bounded(qMax(1, width / 3)));
-        blob.setColorAt(0, QColor(random.bounded(256), random.bounded(256), random.bounded(256)));
-        blob.setColorAt(1, QColor(0, 0, 0, 0));
-        painter.fillRect(image.rect(), blob);
-    }
-    painter.end();
-    for (int y = 0; y < height; ++y) {
-        auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
-        for (int x = 0; x < width; ++x) {
-            if (flatTop && y < height / 2) {
-                line[x] = qRgb(90, 140, 210);
-                continue;
-            }
-            const int n = int(random.bounded(25)) - 12;
-            const QRgb c = line[x];
-            line[x] = qRgb(qBound(0, qRed(c) + n, 255), qBound(0, qGreen(c) + n, 255),
-                           qBound(0, qBlue(c) + n, 255));
-        }
-    }
-    return image;
 }
 
 } // namespace kavori::test

@@ -21,8 +21,4 @@ struct JpegLayout {
 
 QByteArray EncodeJpeg(const QImage& picture, const JpegLayout& layout);
 
-// Gradients, soft shapes and per-pixel grain, which code like a photo; with flatTop the upper
-// half is one plain colour, so the coded data is spread unevenly over the picture.
-QImage PhotoLike(int width, int height, int seed, bool flatTop = false);
-
 } // namespace kavori::test

@@ -2,6 +2,7 @@
 #include "JpegFiles.h"
 #include "imaging/PictureLoader.h"
 #include "support/KavoriTest.h"
+#include "support/PhotoLike.h"
 
 #include <QBuffer>
 #include <QImageReader>
