@@ -2,7 +2,7 @@
 
 #include "imaging/PictureLoader.h"
 #include "settings/Settings.h"
-#include "viewer/ImageFit.h"
+#include "imaging/ImageFit.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>

@@ -1,6 +1,6 @@
 #include "ImageView.h"
 
-#include "ImageFit.h"
+#include "imaging/ImageFit.h"
 
 #include <QMouseEvent>
 #include <QPainter>

@@ -1,6 +1,6 @@
 #include "viewer/ImageView.h"
 #include "support/KavoriTest.h"
-#include "viewer/ImageFit.h"
+#include "imaging/ImageFit.h"
 
 #include <QScrollBar>
 #include <QTest>
