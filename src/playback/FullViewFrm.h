@@ -1,45 +1,131 @@
 #pragma once
 
+#include "player/PlayerKeys.h"
+#include "player/SlideDecoder.h"
+
 #include <QDialog>
 #include <QImage>
+#include <QPoint>
+
+#include <memory>
 
 class QLabel;
 class QMovie;
+class QTimer;
+class QToolBar;
+class QAction;
 
 namespace kavori {
 
-// The full-screen window. In its single-image use it shows one picture on black, fitted as the
-// stretch and enlarge settings say (an animated GIF plays), and closes on a key or a click.
+class DescriptionLabels;
+class PaintingCanvas;
+
+// How a show is played.
+struct PlayerStart {
+    bool screenSaver = false; // ends on a key or mouse movement, never by itself
+    int firstSlide = 0;
+    bool pauseAllowed = true;
+};
+
+// The full-screen window. It plays the slide show in memory (each slide with its transition,
+// placement, background, description and file-name line, stepped by the slide clock, keys and
+// mouse), and in its single-image use shows one picture on black, fitted as the stretch and
+// enlarge settings say (an animated GIF plays), closing on a key or a click.
 class FullViewFrm : public QDialog {
     Q_OBJECT
 public:
     explicit FullViewFrm(QWidget* parent = nullptr);
     ~FullViewFrm() override;
 
-    // Shows a picture already loaded.
+    // Single picture.
     void setImage(const QImage& image);
-    // Plays an animated GIF instead of a still picture.
     bool setAnimation(const QString& path);
-
     const QImage& image() const { return m_image; }
     bool isAnimating() const;
-
     // Shows the image at path full screen until the user closes it. False when it could not be
     // loaded (nothing is shown then).
     static bool ShowImageModal(const QString& path, bool animate, QWidget* parent = nullptr);
 
+    // Slide show. Starts playing the show in memory; the first slide comes up once events run.
+    void PlayShow(const PlayerStart& start = {});
+    // Plays the show in memory full screen until it ends; the exit code of a show run.
+    static int PlaySlideShowModal(const PlayerStart& start = {}, QWidget* parent = nullptr);
+
+    // One tick of the slide clock: the next slide (or the one asked for) comes up.
+    void SlideTimer_Timer();
+    // One step of the description's movement.
+    void TimerDesc_Timer();
+    // What a key or click does.
+    void runAction(PlayerAction action);
+    // Ends the show: stops transitions, sounds and movies, and closes.
+    void endShow();
+
+    int currentSlide() const { return m_index; }
+    bool isLoading() const { return m_loading; }
+    bool isPaused() const { return m_paused; }
+    bool isPlaying() const { return m_playing; }
+    // The file-name and description line as shown (empty when hidden).
+    QString infoLine() const;
+    // The picture on the screen, in device pixels.
+    const QImage& screenImage() const { return m_screen; }
+    DescriptionLabels& descriptions() { return *m_descriptions; }
+    SlideDecoder& decoder() { return m_decoder; }
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void reject() override;
 
 private:
     void placeAnimation();
+    QSize screenPixels() const;
+    void showSlide(int target);
+    void slideFailed(const QString& file);
+    void presentSlide(qint16 transition, bool useEngine);
+    void startAnimation(const QString& file, const QRect& rect);
+    void stopAnimation();
+    void finishSlide();
+    void armSlideTimer();
+    int slideInterval() const;
+    void readAhead();
+    void setInfoLine(const QString& text);
+    void refreshInfoLine();
+    void togglePause();
+    void removeSlide();
+    void goToSlide();
+    void checkMouseMoved();
+    void buildToolbar();
 
     QImage m_image;
     QMovie* m_movie = nullptr;
     QLabel* m_gif = nullptr; // Gif89a1
+
+    bool m_playing = false;
+    PlayerStart m_start;
+    int m_index = -1;
+    bool m_loading = false;
+    bool m_paused = false;
+    bool m_ended = false;
+    int m_failuresInRow = 0;
+    QImage m_screen;                    // picTranDest: what is on the screen
+    QImage m_compose;                   // picTranSource: the next slide, reused from slide to slide
+    PaintingCanvas* m_canvas = nullptr; // while a transition runs
+    SlideDecoder m_decoder;
+    QImage m_texture;
+    QString m_texturePath;
+    QString m_infoText; // the whole line, before it is cut to fit
+    QLabel* m_info = nullptr;
+    std::unique_ptr<DescriptionLabels> m_descriptions;
+    QTimer* m_slideTimer = nullptr; // SlideTimer
+    QTimer* m_timerDesc = nullptr;  // TimerDesc
+    QTimer* m_timerMouse = nullptr; // TimerMouse
+    QPoint m_mouseStart;
+    QToolBar* m_toolbar = nullptr;
+    QAction* m_pauseButton = nullptr;
 };
 
 } // namespace kavori

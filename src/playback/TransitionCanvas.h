@@ -49,6 +49,9 @@ public:
 
     const QImage& destination() const { return m_destination; }
     const QImage& source() const { return m_source; }
+    // Hands the pictures back once the effect is done, so their buffers serve the next one.
+    QImage takeDestination() { return std::move(m_destination); }
+    QImage takeSource() { return std::move(m_source); }
     // The region changed since the last call, and forgets it.
     QRegion takeChanged();
 

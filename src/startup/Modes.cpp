@@ -1,22 +1,49 @@
 #include "Modes.h"
 
+#include "CommandLine.h"
+#include "platform/WindowLock.h"
+#include "playback/FullViewFrm.h"
+#include "settings/Settings.h"
+#include "slideshow/SlideShow.h"
+
 namespace kavori {
 
-// The full-screen player and the screen saver settings dialog are built as their own
-// subsystems; until they are part of the program these modes end cleanly, as the command
-// line promises that no half-made window is ever shown.
+namespace {
+
+// Where a show starts: the slide shown last when the user asked to resume there.
+int firstSlide()
+{
+    const Settings& s = CurrentSettings();
+    const int count = int(CurrentShow().slides.size());
+    if (s.ResumeLastDisplayed && s.ImageLastDisplayed > 0 && s.ImageLastDisplayed < count)
+        return s.ImageLastDisplayed;
+    return 0;
+}
+
+} // namespace
+
 int RunSlideShowMode()
 {
-    return 0;
+    PlayerStart start;
+    start.firstSlide = firstSlide();
+    return FullViewFrm::PlaySlideShowModal(start);
 }
 
 int RunScreenSaverMode()
 {
-    return 0;
+    // Held while the saver runs, so a second start finds it and leaves at once.
+    WindowLock lock(ScreenSaverWindowTitle());
+    if (!lock.isHeld())
+        return 0;
+    PlayerStart start;
+    start.screenSaver = true;
+    return FullViewFrm::PlaySlideShowModal(start);
 }
 
 int RunScreenSaverSettingsMode()
 {
+    // The screen saver settings dialog is built with the screen saver installation; until then
+    // this mode ends cleanly rather than show a half-made window.
     return 0;
 }
 

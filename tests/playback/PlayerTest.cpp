@@ -1,0 +1,437 @@
+#include "playback/DescriptionLabels.h"
+#include "playback/FullViewFrm.h"
+#include "playback/TransitionEngine.h"
+#include "runtime/MsgBox.h"
+#include "runtime/Random.h"
+#include "settings/Settings.h"
+#include "slideshow/DescriptionFile.h"
+#include "slideshow/SlideShow.h"
+#include "support/KavoriTest.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QTest>
+#include <QTimer>
+#include <QToolBar>
+
+using namespace kavori;
+
+namespace {
+const QColor kColors[] = {Qt::red, Qt::green, Qt::blue, Qt::yellow, Qt::cyan};
+}
+
+// The player is driven offscreen: ticks are called directly, keys and clicks are sent as events.
+class PlayerTest : public kavori::test::KavoriTest {
+protected:
+    void SetUp() override
+    {
+        KavoriTest::SetUp();
+        ResetSettings();
+        ResetShow();
+        Transitions() = {};
+    }
+    void TearDown() override
+    {
+        ResetShow();
+        KavoriTest::TearDown();
+    }
+
+    // A show of count plain-coloured pictures the size of the screen.
+    void makeShow(int count)
+    {
+        for (int i = 0; i < count; ++i) {
+            QImage picture(320, 240, QImage::Format_RGB32);
+            picture.fill(kColors[i % 5]);
+            const QString path = root() + QStringLiteral("/slide%1.bmp").arg(i);
+            ASSERT_TRUE(picture.save(path, "BMP"));
+            Slide slide = NewSlide(path);
+            slide.SlideShrink = 1;
+            CurrentShow().slides.append(slide);
+        }
+    }
+
+    std::unique_ptr<FullViewFrm> start(const PlayerStart& how = {})
+    {
+        auto player = std::make_unique<FullViewFrm>();
+        player->resize(320, 240);
+        player->show();
+        player->PlayShow(how);
+        return player;
+    }
+
+    static QColor center(const FullViewFrm& player)
+    {
+        return QColor(player.screenImage().pixel(160, 120));
+    }
+
+    static QTimer* timer(FullViewFrm& player, const char* name)
+    {
+        return player.findChild<QTimer*>(QString::fromLatin1(name));
+    }
+
+    static void key(FullViewFrm& player, Qt::Key k, Qt::KeyboardModifiers mods = Qt::NoModifier)
+    {
+        QTest::keyClick(&player, k, mods);
+    }
+};
+
+TEST_F(PlayerTest, PlaysInOrderLoopsAndEnds)
+{
+    makeShow(3);
+    CurrentSettings().LoopSlideShow = false;
+    auto player = start();
+    // The first slide comes up as soon as events run.
+    EXPECT_TRUE(timer(*player, "SlideTimer")->isActive());
+    EXPECT_EQ(timer(*player, "SlideTimer")->interval(), 0);
+    player->SlideTimer_Timer();
+    EXPECT_EQ(player->currentSlide(), 0);
+    EXPECT_EQ(center(*player), QColor(Qt::red));
+    player->SlideTimer_Timer();
+    EXPECT_EQ(center(*player), QColor(Qt::green));
+    player->SlideTimer_Timer();
+    EXPECT_EQ(center(*player), QColor(Qt::blue));
+    EXPECT_TRUE(player->isVisible());
+    // Past the last slide without looping the show ends and the window closes.
+    player->SlideTimer_Timer();
+    EXPECT_FALSE(player->isVisible());
+    EXPECT_TRUE(Transitions().TransitionStop);
+
+    // Looping starts again at the first slide; a show of one slide shows it each time.
+    CurrentSettings().LoopSlideShow = true;
+    player = start();
+    for (int i = 0; i < 4; ++i)
+        player->SlideTimer_Timer();
+    EXPECT_EQ(player->currentSlide(), 0);
+    EXPECT_TRUE(player->isVisible());
+    ResetShow();
+    makeShow(1);
+    player = start();
+    player->SlideTimer_Timer();
+    player->SlideTimer_Timer();
+    EXPECT_EQ(player->currentSlide(), 0);
+    EXPECT_TRUE(player->isVisible());
+}
+
+TEST_F(PlayerTest, RandomOrderDrawsEachTick)
+{
+    makeShow(4);
+    CurrentSettings().RandomSlides = true;
+    CurrentSettings().LoopSlideShow = false;
+    auto player = start();
+    ScriptRandom({0.8, 0.8, 0.1});
+    player->SlideTimer_Timer();
+    EXPECT_EQ(player->currentSlide(), 3);
+    player->SlideTimer_Timer();
+    EXPECT_EQ(player->currentSlide(), 3);
+    player->SlideTimer_Timer();
+    EXPECT_EQ(player->currentSlide(), 0);
+    EXPECT_TRUE(player->isVisible());
+    // Nothing is read ahead for a random show.
+    EXPECT_EQ(player->decoder().pending(), 0);
+}
+
+TEST_F(PlayerTest, IntervalOfTheShowOrOfEachSlide)
+{
+    makeShow(3);
+    CurrentSettings().SlideInterval = 7;
+    CurrentShow().slides[1].SlideDelay = 3;
+    CurrentShow().slides[2].SlideDelay = 0;
+    auto player = start();
+    QTimer* clock = timer(*player, "SlideTimer");
+    player->SlideTimer_Timer();
+    EXPECT_TRUE(clock->isActive());
+    EXPECT_EQ(clock->interval(), 7000);
+    CurrentShow().UseSlideIntervals = true;
+    player->SlideTimer_Timer();
+    EXPECT_EQ(clock->interval(), 3000);
+    // A slide without an interval waits for the user.
+    player->SlideTimer_Timer();
+    EXPECT_FALSE(clock->isActive());
+    CurrentShow().UseSlideIntervals = false;
+    CurrentSettings().SlideInterval = 0;
+    player->SlideTimer_Timer();
+    EXPECT_FALSE(clock->isActive());
+}
+
+TEST_F(PlayerTest, KeysAndMouseStepThroughTheShow)
+{
+    makeShow(5);
+    CurrentSettings().LMousePrev = true;
+    auto player = start();
+    player->SlideTimer_Timer();
+    key(*player, Qt::Key_Right);
+    EXPECT_EQ(player->currentSlide(), 1);
+    key(*player, Qt::Key_Space);
+    EXPECT_EQ(player->currentSlide(), 2);
+    key(*player, Qt::Key_6, Qt::KeypadModifier);
+    EXPECT_EQ(player->currentSlide(), 3);
+    key(*player, Qt::Key_Backspace);
+    EXPECT_EQ(player->currentSlide(), 2);
+    key(*player, Qt::Key_8, Qt::KeypadModifier);
+    EXPECT_EQ(player->currentSlide(), 1);
+    key(*player, Qt::Key_End);
+    EXPECT_EQ(player->currentSlide(), 4);
+    EXPECT_EQ(center(*player), QColor(Qt::cyan));
+    key(*player, Qt::Key_Home);
+    EXPECT_EQ(player->currentSlide(), 0);
+    key(*player, Qt::Key_Left);
+    EXPECT_EQ(player->currentSlide(), 4);
+    key(*player, Qt::Key_PageUp);
+    EXPECT_EQ(player->currentSlide(), 0);
+    key(*player, Qt::Key_PageDown);
+    EXPECT_EQ(player->currentSlide(), 4);
+
+    QTest::mouseClick(player.get(), Qt::LeftButton);
+    EXPECT_EQ(player->currentSlide(), 3);
+    QTest::mouseClick(player.get(), Qt::RightButton);
+    EXPECT_EQ(player->currentSlide(), 4);
+    CurrentSettings().RMouseNext = false;
+    QTest::mouseClick(player.get(), Qt::RightButton);
+    EXPECT_EQ(player->currentSlide(), 4);
+
+    key(*player, Qt::Key_Escape);
+    EXPECT_FALSE(player->isVisible());
+}
+
+TEST_F(PlayerTest, DeleteAsksAndRefusesTheLastSlide)
+{
+    makeShow(2);
+    auto player = start();
+    player->SlideTimer_Timer();
+    const QString first = CurrentShow().slides[0].SlideFile;
+    prompts().answers = {vbNo};
+    key(*player, Qt::Key_Delete);
+    ASSERT_EQ(prompts().calls.size(), 1);
+    EXPECT_EQ(prompts().calls[0].text,
+              QStringLiteral("Remove the picture:\r\n\r\n") + first +
+                  QStringLiteral("\r\n\r\n...from the slide show?\r\n\r\n(Note: Image file "
+                                 "will NOT be deleted.)"));
+    EXPECT_EQ(prompts().calls[0].style, vbYesNo + vbQuestion);
+    EXPECT_EQ(CurrentShow().slides.size(), 2);
+
+    prompts().answers = {vbYes};
+    key(*player, Qt::Key_Delete);
+    ASSERT_EQ(CurrentShow().slides.size(), 1);
+    EXPECT_TRUE(QFile::exists(first)); // the file itself stays
+    EXPECT_TRUE(CurrentShow().changed);
+    EXPECT_EQ(center(*player), QColor(Qt::green));
+    EXPECT_EQ(player->infoLine(), QStringLiteral("One slide (image) total..."));
+
+    prompts().clear();
+    key(*player, Qt::Key_Delete);
+    ASSERT_EQ(prompts().calls.size(), 1);
+    EXPECT_EQ(prompts().calls[0].text,
+              QStringLiteral("You may not remove the last picture from the slide show..."));
+    EXPECT_EQ(CurrentShow().slides.size(), 1);
+}
+
+TEST_F(PlayerTest, PauseResumesAndRefuses)
+{
+    makeShow(2);
+    CurrentSettings().SlideInterval = 4;
+    CurrentSettings().ShowToolbar = true;
+    auto player = start();
+    player->SlideTimer_Timer();
+    auto* toolbar = player->findChild<QToolBar*>(QStringLiteral("NavigationToolbar"));
+    ASSERT_NE(toolbar, nullptr);
+    auto* pause = toolbar->findChild<QAction*>(QStringLiteral("btnPause"));
+    ASSERT_NE(pause, nullptr);
+    EXPECT_EQ(pause->toolTip(), QStringLiteral("PAUSE slide show.  (P Key)"));
+
+    key(*player, Qt::Key_P);
+    EXPECT_TRUE(player->isPaused());
+    EXPECT_FALSE(timer(*player, "SlideTimer")->isActive());
+    EXPECT_EQ(pause->toolTip(), QStringLiteral("RESUME slide show.  (P Key)"));
+    // Stepping while paused shows the slide and stays paused.
+    key(*player, Qt::Key_Right);
+    EXPECT_EQ(player->currentSlide(), 1);
+    EXPECT_FALSE(timer(*player, "SlideTimer")->isActive());
+    key(*player, Qt::Key_Pause);
+    EXPECT_FALSE(player->isPaused());
+    EXPECT_EQ(player->infoLine(), QStringLiteral("Resumed..."));
+    EXPECT_EQ(timer(*player, "SlideTimer")->interval(), 4000);
+    EXPECT_TRUE(prompts().calls.isEmpty());
+
+    // A slide without an interval has nothing to pause.
+    CurrentSettings().SlideInterval = 0;
+    key(*player, Qt::Key_P);
+    EXPECT_FALSE(player->isPaused());
+    ASSERT_EQ(prompts().calls.size(), 1);
+    EXPECT_EQ(prompts().calls[0].text,
+              QStringLiteral("This slide does not have a time interval, next slide will need to "
+                             "be selected manually..."));
+
+    // Where pausing is not allowed the key says so.
+    PlayerStart noPause;
+    noPause.pauseAllowed = false;
+    player = start(noPause);
+    player->SlideTimer_Timer();
+    prompts().clear();
+    key(*player, Qt::Key_P);
+    ASSERT_EQ(prompts().calls.size(), 1);
+    EXPECT_EQ(prompts().calls[0].text, QStringLiteral("Pause key has been disabled."));
+}
+
+TEST_F(PlayerTest, UnreadableSlidesAreReportedOrPassedOver)
+{
+    makeShow(3);
+    CurrentShow().slides[1].SlideFile = root() + QStringLiteral("/gone.bmp");
+    auto player = start();
+    player->SlideTimer_Timer();
+    player->SlideTimer_Timer();
+    ASSERT_EQ(prompts().calls.size(), 1);
+    EXPECT_EQ(prompts().calls[0].text, QStringLiteral("Unable to view slide:\r\n\r\n") + root() +
+                                           QStringLiteral("/gone.bmp\r\n\r\n..."));
+    EXPECT_EQ(prompts().calls[0].title, QStringLiteral("Kavori"));
+    // The show goes on with the next slide at once; the last picture stays until then.
+    EXPECT_EQ(center(*player), QColor(Qt::red));
+    EXPECT_TRUE(timer(*player, "SlideTimer")->isActive());
+    EXPECT_EQ(timer(*player, "SlideTimer")->interval(), 0);
+    player->SlideTimer_Timer();
+    EXPECT_EQ(center(*player), QColor(Qt::blue));
+
+    // Passed over without a word when errors are to be ignored.
+    CurrentSettings().SlideIgnoreError = true;
+    prompts().clear();
+    player = start();
+    player->SlideTimer_Timer();
+    player->SlideTimer_Timer();
+    EXPECT_TRUE(prompts().calls.isEmpty());
+    EXPECT_EQ(player->currentSlide(), 1);
+
+    // A show none of whose pictures can be read ends instead of spinning.
+    for (Slide& slide : CurrentShow().slides)
+        slide.SlideFile = root() + QStringLiteral("/gone.bmp");
+    player = start();
+    for (int i = 0; i < 3 && player->isVisible(); ++i)
+        player->SlideTimer_Timer();
+    EXPECT_FALSE(player->isVisible());
+}
+
+TEST_F(PlayerTest, FileNameLineAndDescriptions)
+{
+    makeShow(2);
+    Settings& s = CurrentSettings();
+    s.ShowFilenames = true;
+    CurrentShow().slides[0].SlideDescription = QStringLiteral("Red square");
+    auto player = start();
+    player->SlideTimer_Timer();
+    const QString file = CurrentShow().slides[0].SlideFile;
+    // The window is narrow: the line is cut to fit.
+    EXPECT_TRUE(player->infoLine() == file || player->infoLine().endsWith(QStringLiteral("...")));
+    player->resize(2000, 300);
+    player->SlideTimer_Timer();
+    EXPECT_EQ(player->infoLine(), CurrentShow().slides[1].SlideFile);
+    s.ShowDescription = true;
+    key(*player, Qt::Key_Home);
+    EXPECT_EQ(player->infoLine(), file + QStringLiteral(" <--> Red square"));
+    auto* text = player->findChild<QLabel*>(QStringLiteral("lblDescription"));
+    ASSERT_NE(text, nullptr);
+    EXPECT_TRUE(text->isVisibleTo(player.get()));
+    EXPECT_EQ(text->text(), QStringLiteral("Red square"));
+    key(*player, Qt::Key_Right);
+    EXPECT_EQ(player->infoLine(),
+              CurrentShow().slides[1].SlideFile + QStringLiteral(" <--> No Description Available"));
+    EXPECT_FALSE(text->isVisibleTo(player.get()));
+    s.ShowFilenames = false;
+    key(*player, Qt::Key_Right);
+    EXPECT_EQ(player->infoLine(), QString()); // the description is drawn over the picture
+    key(*player, Qt::Key_Right);
+    EXPECT_EQ(player->infoLine(), QStringLiteral(">> No Description Available <<"));
+}
+
+TEST_F(PlayerTest, DescriptionLabelsFollowTheLook)
+{
+    makeShow(1);
+    CurrentSettings().ShowDescription = true;
+    DescriptionLook look;
+    look.custom = 1;
+    look.location = 21; // bouncing
+    look.speed = 5;
+    look.useBack = 1;
+    look.border = 2;
+    look.shadow = 1;
+    look.shadowDistance = 2;
+    look.shadowDirection = 3;
+    Slide& slide = CurrentShow().slides[0];
+    slide.SlideDescription = QStringLiteral("Moving words");
+    slide.SlideDescProps = BuildDescProps(look);
+    auto player = start();
+    player->resize(800, 600);
+    player->SlideTimer_Timer();
+    auto label = [&](const char* name) {
+        return player->findChild<QWidget*>(QString::fromLatin1(name));
+    };
+    EXPECT_TRUE(label("lblDescBack")->isVisibleTo(player.get()));
+    EXPECT_TRUE(label("lblDesc3D")->isVisibleTo(player.get()));
+    EXPECT_FALSE(label("lblDescBorder")->isVisibleTo(player.get()));
+    EXPECT_TRUE(label("lblDropShadow")->isVisibleTo(player.get()));
+    QTimer* desc = timer(*player, "TimerDesc");
+    EXPECT_TRUE(desc->isActive());
+
+    const QPoint before = label("lblDescription")->pos();
+    player->TimerDesc_Timer();
+    const QPoint after = label("lblDescription")->pos();
+    // 250 twips a tick, 16 or 17 pixels as the twips fall.
+    EXPECT_NEAR(after.x() - before.x(), 17, 1);
+    EXPECT_NEAR(after.y() - before.y(), 17, 1);
+    // The companions moved with the text.
+    EXPECT_EQ(label("lblDropShadow")->pos(), after + QPoint(3, 3));
+    EXPECT_TRUE(label("lblDescBack")->geometry().contains(label("lblDescription")->geometry()));
+    EXPECT_EQ(label("lblDesc3D")->geometry(), label("lblDescBack")->geometry());
+
+    // A standing description needs no clock; the frame replaces the raised one.
+    look.location = 0;
+    look.border = 1;
+    look.shadow = 0;
+    slide.SlideDescProps = BuildDescProps(look);
+    player->SlideTimer_Timer();
+    EXPECT_FALSE(desc->isActive());
+    EXPECT_TRUE(label("lblDescBorder")->isVisibleTo(player.get()));
+    EXPECT_FALSE(label("lblDesc3D")->isVisibleTo(player.get()));
+    EXPECT_FALSE(label("lblDropShadow")->isVisibleTo(player.get()));
+    const QRect text = label("lblDescription")->geometry();
+    EXPECT_NEAR(text.center().x(), 400, 2);
+    EXPECT_NEAR(text.center().y(), 300, 2);
+}
+
+TEST_F(PlayerTest, AKeyDuringATransitionOnlyHurriesIt)
+{
+    makeShow(3);
+    Settings& s = CurrentSettings();
+    s.EnableTransitions = true;
+    s.TransitionSpeed = 0; // as slow as it gets: the key must cut it short
+    for (Slide& slide : CurrentShow().slides)
+        slide.SlideTransition = 20;
+    auto player = start();
+    player->SlideTimer_Timer();
+    EXPECT_EQ(center(*player), QColor(Qt::red));
+    // The key arrives while the effect runs, through the effect's own event pump.
+    QTimer::singleShot(0, player.get(), [&] {
+        EXPECT_TRUE(player->isLoading());
+        key(*player, Qt::Key_Right);
+    });
+    player->SlideTimer_Timer();
+    EXPECT_FALSE(player->isLoading());
+    EXPECT_EQ(player->currentSlide(), 1); // no second slide was started
+    EXPECT_EQ(center(*player), QColor(Qt::green));
+    EXPECT_EQ(QColor(player->screenImage().pixel(0, 0)), QColor(Qt::green));
+    EXPECT_EQ(QColor(player->screenImage().pixel(319, 239)), QColor(Qt::green));
+}
+
+TEST_F(PlayerTest, ScreenSaverEndsOnAKeyAndNeverByItself)
+{
+    makeShow(2);
+    CurrentSettings().LoopSlideShow = false;
+    PlayerStart saver;
+    saver.screenSaver = true;
+    auto player = start(saver);
+    EXPECT_TRUE(timer(*player, "TimerMouse")->isActive());
+    for (int i = 0; i < 5; ++i)
+        player->SlideTimer_Timer();
+    EXPECT_TRUE(player->isVisible());
+    key(*player, Qt::Key_A);
+    EXPECT_FALSE(player->isVisible());
+    EXPECT_FALSE(timer(*player, "TimerMouse")->isActive());
+}
