@@ -253,7 +253,8 @@ void FullViewFrm::showSlide(int target)
         }
         m_index = next.index;
     }
-    const Slide slide = show.slides.at(m_index);
+    Slide slide = show.slides.at(m_index);
+    slide.SlideFile = SlidePicturePath(slide.SlideFile, show.path);
 
     // Where the show starts again next time, when the user asked for that.
     if (s.ResumeLastDisplayed && !m_start.screenSaver) {
@@ -432,7 +433,8 @@ void FullViewFrm::readAhead()
                 break;
             index -= count;
         }
-        const Slide& slide = show.slides.at(index);
+        Slide slide = show.slides.at(index);
+        slide.SlideFile = SlidePicturePath(slide.SlideFile, show.path);
         if (!IsMovieFile(slide.SlideFile))
             ahead.append(slide);
     }

@@ -21,6 +21,7 @@
 #include "platform/Twips.h"
 #include "platform/UserSettings.h"
 #include "playback/FullViewFrm.h"
+#include "playback/PlaybackCommands.h"
 #include "runtime/DoEvents.h"
 #include "runtime/Format.h"
 #include "runtime/MsgBox.h"
@@ -32,7 +33,6 @@
 #include "slideshow/BonusPack.h"
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
-#include "startup/Modes.h"
 #include "startup/StartupState.h"
 #include "startup/WaitFrm.h"
 
@@ -97,6 +97,7 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
          {"mnuOpenEditor", "mnuOpenEditor2", "mnuOpenEditor3", "mnuOpenEditor4", "mnuOpenEditor5"})
         m_menus.action(QString::fromLatin1(name))->setVisible(false);
     connectCommands();
+    ConnectPlaybackCommands(this);
 
     m_statusText = new QLabel(this);
     m_statusText->setObjectName(QStringLiteral("lblStatus"));
@@ -747,13 +748,7 @@ void MainViewFrm::dropFile(const QString& path)
         openImage(r.path);
         break;
     case DropRequest::PlayShow:
-        ReadSlideShow(r.path);
-        if (CurrentShow().slides.isEmpty())
-            MsgBox(QStringLiteral(
-                       "This slide show file does not contain any images, nothing to show..."),
-                   vbInformation);
-        else
-            RunSlideShowMode();
+        PlaySlideShowFile(r.path, this);
         break;
     }
 }

@@ -43,7 +43,7 @@ protected:
         for (int i = 0; i < count; ++i) {
             QImage picture(320, 240, QImage::Format_RGB32);
             picture.fill(kColors[i % 5]);
-            const QString path = root() + QStringLiteral("/slide%1.bmp").arg(i);
+            const QString path = root() + QStringLiteral("slide%1.bmp").arg(i);
             ASSERT_TRUE(picture.save(path, "BMP"));
             Slide slide = NewSlide(path);
             slide.SlideShrink = 1;
@@ -276,13 +276,13 @@ TEST_F(PlayerTest, PauseResumesAndRefuses)
 TEST_F(PlayerTest, UnreadableSlidesAreReportedOrPassedOver)
 {
     makeShow(3);
-    CurrentShow().slides[1].SlideFile = root() + QStringLiteral("/gone.bmp");
+    CurrentShow().slides[1].SlideFile = root() + QStringLiteral("gone.bmp");
     auto player = start();
     player->SlideTimer_Timer();
     player->SlideTimer_Timer();
     ASSERT_EQ(prompts().calls.size(), 1);
     EXPECT_EQ(prompts().calls[0].text, QStringLiteral("Unable to view slide:\r\n\r\n") + root() +
-                                           QStringLiteral("/gone.bmp\r\n\r\n..."));
+                                           QStringLiteral("gone.bmp\r\n\r\n..."));
     EXPECT_EQ(prompts().calls[0].title, QStringLiteral("Kavori"));
     // The show goes on with the next slide at once; the last picture stays until then.
     EXPECT_EQ(center(*player), QColor(Qt::red));
@@ -302,7 +302,7 @@ TEST_F(PlayerTest, UnreadableSlidesAreReportedOrPassedOver)
 
     // A show none of whose pictures can be read ends instead of spinning.
     for (Slide& slide : CurrentShow().slides)
-        slide.SlideFile = root() + QStringLiteral("/gone.bmp");
+        slide.SlideFile = root() + QStringLiteral("gone.bmp");
     player = start();
     for (int i = 0; i < 3 && player->isVisible(); ++i)
         player->SlideTimer_Timer();

@@ -1,6 +1,7 @@
 #include "SlideLayout.h"
 
 #include "imaging/PictureLoader.h"
+#include "platform/AppPaths.h"
 #include "runtime/Random.h"
 #include "runtime/VbColor.h"
 
@@ -65,6 +66,13 @@ QRect SlidePictureRect(const QSize& drawn, const QSize& screen, const Slide& sli
         break;
     }
     return {at, drawn};
+}
+
+QString SlidePicturePath(const QString& file, const QString& showPath)
+{
+    if (file.isEmpty() || IsFullPath(file) || showPath.isEmpty())
+        return file;
+    return FolderOf(showPath) + file;
 }
 
 QImage DecodeSlidePicture(const QString& path, const QSize& screen, const Slide& slide)

@@ -175,7 +175,7 @@ TEST_F(PlayerRulesTest, DecodedAtTheSizeTheSlideIsDrawn)
 {
     QImage big(1600, 1200, QImage::Format_RGB32);
     big.fill(Qt::gray);
-    const QString path = root() + QStringLiteral("/big.bmp");
+    const QString path = root() + QStringLiteral("big.bmp");
     ASSERT_TRUE(big.save(path, "BMP"));
     Slide slide;
     slide.SlideShrink = 1;
@@ -184,15 +184,15 @@ TEST_F(PlayerRulesTest, DecodedAtTheSizeTheSlideIsDrawn)
     EXPECT_EQ(DecodeSlidePicture(path, {800, 600}, slide).size(), QSize(1600, 1200));
     QImage small(100, 50, QImage::Format_RGB32);
     small.fill(Qt::gray);
-    const QString smallPath = root() + QStringLiteral("/small.bmp");
+    const QString smallPath = root() + QStringLiteral("small.bmp");
     ASSERT_TRUE(small.save(smallPath, "BMP"));
     slide.SlideEnlarge = 1;
     EXPECT_EQ(DecodeSlidePicture(smallPath, {800, 600}, slide).size(), QSize(800, 400));
     EXPECT_TRUE(
-        DecodeSlidePicture(root() + QStringLiteral("/missing.bmp"), {800, 600}, slide).isNull());
+        DecodeSlidePicture(root() + QStringLiteral("missing.bmp"), {800, 600}, slide).isNull());
     writeFile(QStringLiteral("damaged.bmp"), QByteArray("BM\x10\0\0\0garbage", 15));
     EXPECT_TRUE(
-        DecodeSlidePicture(root() + QStringLiteral("/damaged.bmp"), {800, 600}, slide).isNull());
+        DecodeSlidePicture(root() + QStringLiteral("damaged.bmp"), {800, 600}, slide).isNull());
 }
 
 TEST_F(PlayerRulesTest, DescriptionPlacesStayOnTheScreen)
