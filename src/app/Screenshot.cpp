@@ -1,5 +1,7 @@
 #include "Screenshot.h"
 
+#include "playback/FullViewFrm.h"
+
 #include <QApplication>
 #include <QMenu>
 #include <QPixmap>
@@ -54,6 +56,66 @@ void ScreenshotFirstWindowIfAsked()
         // The window may be a modal question inside start-up: leave at once, whatever runs.
         std::fflush(stderr);
         std::_Exit(saved ? 0 : 1);
+    });
+    poll->start();
+}
+
+void ScreenshotShowIfAsked()
+{
+    const QString folder = qEnvironmentVariable("KAVORI_SCREENSHOT_SHOW");
+    if (folder.isEmpty())
+        return;
+    struct State {
+        int shown = -1;          // the slide last seen finished
+        qint64 settled = 0;      // polls since then
+        qint64 inTransition = 0; // polls since the transition began
+        int saved = 0;
+    };
+    auto state = std::make_shared<State>();
+    auto* poll = new QTimer(qApp);
+    poll->setInterval(50);
+    auto save = [folder](QWidget* window, const char* name) {
+        const QString path = folder + QStringLiteral("/") + QString::fromLatin1(name);
+        const bool saved = window->grab().save(path, "PNG");
+        std::fprintf(stderr, "%s %s\n", saved ? "Screenshot saved to" : "Could not save",
+                     qPrintable(path));
+    };
+    QObject::connect(poll, &QTimer::timeout, qApp, [poll, state, save] {
+        FullViewFrm* player = nullptr;
+        for (QWidget* w : QApplication::topLevelWidgets())
+            if (auto* p = qobject_cast<FullViewFrm*>(w); p && p->isVisible() && p->isPlaying())
+                player = p;
+        if (!player)
+            return;
+        if (player->isInTransition()) {
+            // Some way into the effect, when both pictures share the screen.
+            if (state->saved == 1 && ++state->inTransition == 8) {
+                save(player, "transition.png");
+                state->saved = 2;
+            }
+            return;
+        }
+        state->inTransition = 0;
+        if (player->isLoading() || player->currentSlide() < 0)
+            return;
+        if (player->currentSlide() != state->shown) {
+            state->shown = player->currentSlide();
+            state->settled = 0;
+            return;
+        }
+        // A second on the slide lets its description settle.
+        if (++state->settled != 20)
+            return;
+        if (state->saved == 0) {
+            save(player, "slide-1.png");
+            state->saved = 1;
+            player->runAction(PlayerAction::Next);
+        } else if (state->saved == 2) {
+            save(player, "slide-2.png");
+            poll->stop();
+            std::fflush(stderr);
+            std::_Exit(0);
+        }
     });
     poll->start();
 }

@@ -9,4 +9,9 @@ namespace kavori {
 // program without a display.
 void ScreenshotFirstWindowIfAsked();
 
+// When $KAVORI_SCREENSHOT_SHOW names a folder, a show that plays is photographed there: its
+// first slide (slide-1.png), a frame in the middle of the next transition (transition.png)
+// and the second slide (slide-2.png); then the program quits.
+void ScreenshotShowIfAsked();
+
 } // namespace kavori

@@ -14,6 +14,7 @@ int main(int argc, char* argv[])
     kavori::Randomize();
 
     kavori::ScreenshotFirstWindowIfAsked();
+    kavori::ScreenshotShowIfAsked();
     const std::optional<int> exitCode = kavori::RunEntryRoutine(app.arguments().mid(1));
     if (exitCode)
         return *exitCode;

@@ -4,6 +4,7 @@
 #include "runtime/VbColor.h"
 
 #include <QFont>
+#include <QFontMetrics>
 #include <QFrame>
 #include <QLabel>
 #include <QWidget>
@@ -95,12 +96,11 @@ void DescriptionLabels::show(const QString& text, const DescriptionLook& look)
     palette.setColor(QPalette::WindowText, frameColor);
     m_border->setPalette(palette);
 
-    // Long texts wrap at four fifths of the screen's width.
-    const int widest = m_form->width() * 4 / 5;
-    const QSize hint = m_text->sizeHint();
-    QSize size = hint;
-    if (hint.width() > widest)
-        size = QSize(widest, m_text->heightForWidth(widest));
+    // Long texts wrap at four fifths of the screen's width; the label is as big as its text.
+    const int widest = std::max(1, m_form->width() * 4 / 5);
+    const QRect needed = QFontMetrics(font).boundingRect(QRect(0, 0, widest, 100000),
+                                                         Qt::AlignCenter | Qt::TextWordWrap, text);
+    const QSize size = needed.size() + QSize(4, 2);
     m_text->resize(size);
     m_shadow->resize(size);
     m_motion = std::make_unique<DescriptionMotion>(look.location, look.speed,

@@ -64,6 +64,7 @@ public:
     bool isLoading() const { return m_loading; }
     bool isPaused() const { return m_paused; }
     bool isPlaying() const { return m_playing; }
+    bool isInTransition() const { return m_canvas != nullptr; }
     // The file-name and description line as shown (empty when hidden).
     QString infoLine() const;
     // The picture on the screen, in device pixels.

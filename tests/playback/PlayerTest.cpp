@@ -399,14 +399,14 @@ TEST_F(PlayerTest, DescriptionLabelsFollowTheLook)
 TEST_F(PlayerTest, AKeyDuringATransitionOnlyHurriesIt)
 {
     makeShow(3);
-    Settings& s = CurrentSettings();
-    s.EnableTransitions = true;
-    s.TransitionSpeed = 0; // as slow as it gets: the key must cut it short
     for (Slide& slide : CurrentShow().slides)
         slide.SlideTransition = 20;
     auto player = start();
     player->SlideTimer_Timer();
     EXPECT_EQ(center(*player), QColor(Qt::red));
+    Settings& s = CurrentSettings();
+    s.EnableTransitions = true;
+    s.TransitionSpeed = 0; // as slow as it gets: the key must cut it short
     // The key arrives while the effect runs, through the effect's own event pump.
     QTimer::singleShot(0, player.get(), [&] {
         EXPECT_TRUE(player->isLoading());
