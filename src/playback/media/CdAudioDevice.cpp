@@ -33,10 +33,22 @@ void SetCdDriveCandidates(const QStringList& paths)
     candidates() = paths;
 }
 
-CdAudioDevice::CdAudioDevice()
+CdAudioDevice::~CdAudioDevice()
 {
-    m_player.setAudioOutput(&m_audio);
-    connect(&m_player, &QMediaPlayer::mediaStatusChanged, this,
+    if (m_player)
+        m_player->stop();
+}
+
+quint32 CdAudioDevice::open(const QString& element)
+{
+    const bool isDrive = element.startsWith(u'/') && QFileInfo::exists(element);
+    const QString drive = isDrive ? element : FindCdDrive();
+    if (drive.isEmpty())
+        return MCIERR_DEVICE_NOT_INSTALLED;
+    m_audio = std::make_unique<QAudioOutput>();
+    m_player = std::make_unique<QMediaPlayer>();
+    m_player->setAudioOutput(m_audio.get());
+    connect(m_player.get(), &QMediaPlayer::mediaStatusChanged, this,
             [this](QMediaPlayer::MediaStatus status) {
                 if (status != QMediaPlayer::EndOfMedia || !m_active)
                     return;
@@ -46,26 +58,15 @@ CdAudioDevice::CdAudioDevice()
                     m_active = false;
             });
     // Past the last track of the disc, or no disc at all: the play is over.
-    connect(&m_player, &QMediaPlayer::errorOccurred, this, [this] { m_active = false; });
-}
-
-CdAudioDevice::~CdAudioDevice()
-{
-    m_player.stop();
-}
-
-quint32 CdAudioDevice::open(const QString& element)
-{
-    const bool isDrive = element.startsWith(u'/') && QFileInfo::exists(element);
-    const QString drive = isDrive ? element : FindCdDrive();
-    return drive.isEmpty() ? MCIERR_DEVICE_NOT_INSTALLED : MCIERR_NONE;
+    connect(m_player.get(), &QMediaPlayer::errorOccurred, this, [this] { m_active = false; });
+    return MCIERR_NONE;
 }
 
 void CdAudioDevice::startTrack(int track)
 {
     m_track = track;
-    m_player.setSource(QUrl(QStringLiteral("cdda://%1").arg(track)));
-    m_player.play();
+    m_player->setSource(QUrl(QStringLiteral("cdda://%1").arg(track)));
+    m_player->play();
 }
 
 quint32 CdAudioDevice::play(std::optional<qint64> from, std::optional<qint64> to)
@@ -79,8 +80,8 @@ quint32 CdAudioDevice::play(std::optional<qint64> from, std::optional<qint64> to
         return MCIERR_OUTOFRANGE;
     m_lastTrack = last;
     m_active = true;
-    if (!from && m_player.playbackState() == QMediaPlayer::PausedState)
-        m_player.play();
+    if (!from && m_player->playbackState() == QMediaPlayer::PausedState)
+        m_player->play();
     else
         startTrack(first);
     return MCIERR_NONE;
@@ -89,13 +90,13 @@ quint32 CdAudioDevice::play(std::optional<qint64> from, std::optional<qint64> to
 quint32 CdAudioDevice::stop()
 {
     m_active = false;
-    m_player.stop();
+    m_player->stop();
     return MCIERR_NONE;
 }
 
 quint32 CdAudioDevice::pause()
 {
-    m_player.pause();
+    m_player->pause();
     return MCIERR_NONE;
 }
 
@@ -103,7 +104,7 @@ MciMode CdAudioDevice::mode()
 {
     if (!m_active)
         return MciMode::Stopped;
-    return m_player.playbackState() == QMediaPlayer::PausedState ? MciMode::Paused
+    return m_player->playbackState() == QMediaPlayer::PausedState ? MciMode::Paused
                                                                   : MciMode::Playing;
 }
 

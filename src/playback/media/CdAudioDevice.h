@@ -7,6 +7,8 @@
 #include <QObject>
 #include <QStringList>
 
+#include <memory>
+
 namespace kavori {
 
 // The first CD drive of the system (/dev/cdrom, /dev/sr0); empty when there is none.
@@ -18,7 +20,7 @@ void SetCdDriveCandidates(const QStringList& paths);
 // the other up to the "to" track. Positions are track numbers (the time format tmsf).
 class CdAudioDevice final : public QObject, public MciDevice {
 public:
-    CdAudioDevice();
+    CdAudioDevice() = default;
     ~CdAudioDevice() override;
 
     // The element is a drive path; anything else (empty, a drive letter) means the first drive.
@@ -33,8 +35,9 @@ public:
 private:
     void startTrack(int track);
 
-    QMediaPlayer m_player;
-    QAudioOutput m_audio;
+    // Made once a drive is found, so a system without one never starts the audio output.
+    std::unique_ptr<QAudioOutput> m_audio;
+    std::unique_ptr<QMediaPlayer> m_player;
     MciTimeFormat m_format = MciTimeFormat::Milliseconds;
     int m_track = 1;
     int m_lastTrack = 99;

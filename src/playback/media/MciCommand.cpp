@@ -213,10 +213,10 @@ quint32 Run(const QVector<Token>& t, QString& reply)
         return MCIERR_NONE;
     }
     if (Is(t[0], "set")) {
+        if ((n > 2 && !Is(t[2], "time")) || (n > 3 && !Is(t[3], "format")) || n > 5)
+            return MCIERR_UNRECOGNIZED_KEYWORD;
         if (n < 5)
             return MCIERR_MISSING_PARAMETER;
-        if (n > 5 || !Is(t[2], "time") || !Is(t[3], "format"))
-            return MCIERR_UNRECOGNIZED_KEYWORD;
         if (Is(t[4], "frames"))
             return device.setTimeFormat(MciTimeFormat::Frames);
         if (Is(t[4], "tmsf"))

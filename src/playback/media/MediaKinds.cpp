@@ -34,12 +34,6 @@ SoundKind SoundKindOf(const QString& file)
     return SoundKind::None;
 }
 
-bool IsMovieFile(const QString& file)
-{
-    return OneOf(UpperExtension(file), {".AVI", ".MPEG", ".MPE", ".MPG", ".MPA", ".ENC", ".MOV",
-                                        ".QT", ".M1V", ".MP2"});
-}
-
 QString MovieDeviceType(const QString& file)
 {
     return UpperExtension(file) == QLatin1String(".AVI") ? QStringLiteral("AVIVideo")

@@ -14,8 +14,7 @@ enum class SoundKind {
 
 SoundKind SoundKindOf(const QString& file);
 
-// A movie slide: played by the movie sequence instead of being loaded as a picture.
-bool IsMovieFile(const QString& file);
+// Whether a slide is a movie is IsMovieFile of imaging/ImageTypes.h.
 
 // The device type a movie opens as: "AVIVideo" for ".AVI", "MPEGVideo" for the others.
 QString MovieDeviceType(const QString& file);

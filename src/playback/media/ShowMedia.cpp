@@ -45,16 +45,15 @@ unsigned ShowWaveFlags(bool loop)
 bool IsStopped(const QString& alias)
 {
     QString mode;
-    const quint32 rc = mciSendString(QStringLiteral("status ") + alias + QStringLiteral(" mode"),
-                                     &mode);
+    const quint32 rc =
+        mciSendString(QStringLiteral("status ") + alias + QStringLiteral(" mode"), &mode);
     return rc == 0 && mode == QLatin1String("stopped");
 }
 
 } // namespace
 
 ShowMedia::ShowMedia(QWidget* owner, QWidget* picMovie)
-    : m_picMovie(picMovie),
-      m_loopSound(MakeTimer(owner, "TimerLoopSound", kLoopSoundMs)),
+    : m_picMovie(picMovie), m_loopSound(MakeTimer(owner, "TimerLoopSound", kLoopSoundMs)),
       m_loopMovie(MakeTimer(owner, "TimerLoopMovie", kLoopMovieMs)),
       m_playList(MakeTimer(owner, "TimerPlayList", kPlayListMs))
 {
@@ -196,8 +195,8 @@ bool ShowMedia::PlayThisCDTrack(int track)
     m_cdTrack = track;
     const QString setting = CurrentSettings().CdRomDriveLetter;
     const QString drive = setting.isEmpty() ? FindCdDrive() : setting;
-    quint32 rc =
-        mciSendString(QStringLiteral("open ") + drive + QStringLiteral(" type cdaudio alias CDTrack"));
+    quint32 rc = mciSendString(QStringLiteral("open ") + drive +
+                               QStringLiteral(" type cdaudio alias CDTrack"));
     if (rc != 0) {
         cdFailure(rc);
         return false;

@@ -36,8 +36,8 @@ protected:
 private:
     qint64 toMilliseconds(qint64 position) const;
 
+    QAudioOutput m_audio; // before the player, which uses it to the end
     QMediaPlayer m_player;
-    QAudioOutput m_audio;
     QPointer<QWidget> m_window;
     QPointer<QVideoWidget> m_video;
     MciTimeFormat m_format = MciTimeFormat::Milliseconds;
