@@ -3,6 +3,7 @@
 #include "CdAudioDevice.h"
 #include "MciCommand.h"
 #include "MediaWindows.h"
+#include "MovieSequence.h"
 #include "WaveChannel.h"
 
 #include "platform/AppPaths.h"
@@ -239,44 +240,9 @@ QString ShowMedia::cdTrackPlaying()
 bool ShowMedia::PlayMovie(const QString& file, const MoviePlacement& placement)
 {
     StopMovie();
-    if (!m_picMovie)
-        return false;
-    quint32 rc = mciSendString(QStringLiteral("open ") + Quoted(file) + QStringLiteral(" type ") +
-                               MovieDeviceType(file) + QStringLiteral(" alias Movie"));
-    const bool opened = rc == 0;
-    if (rc == 0)
-        rc = mciSendString(QStringLiteral("set Movie time format frames"));
-    if (rc == 0)
-        rc = mciSendString(QStringLiteral("window Movie handle ") +
-                           QString::number(MediaWindowHandle(m_picMovie)));
-    if (rc == 0)
-        rc = mciSendString(QStringLiteral("put Movie source"));
-    QString where;
-    if (rc == 0)
-        rc = mciSendString(QStringLiteral("where Movie source"), &where);
-    if (rc == 0) {
-        // "left top width height"; anything else leaves the size unknown.
-        const QStringList parts = where.trimmed().split(u' ', Qt::SkipEmptyParts);
-        QSize size(0, 0);
-        if (parts.size() == 4)
-            size = QSize(qMax(0, parts[2].toInt()), qMax(0, parts[3].toInt()));
-        m_picMovie->setGeometry(MovieRect(size, placement));
-        rc = mciSendString(QStringLiteral("put Movie destination"));
-    }
-    if (rc == 0)
-        rc = mciSendString(QStringLiteral("realize Movie normal"));
-    if (rc == 0) {
-        m_picMovie->show();
-        m_picMovie->raise();
-        DoEvents();
-        rc = mciSendString(QStringLiteral("play Movie from 0"));
-        DoEvents();
-    }
+    const quint32 rc = StartMovie(
+        file, m_picMovie, [&placement](const QSize& movie) { return MovieRect(movie, placement); });
     if (rc != 0) {
-        if (opened)
-            mciSendString(QStringLiteral("close Movie"));
-        if (m_picMovie)
-            m_picMovie->hide();
         failure(rc,
                 QStringLiteral("Unable to play the following movie file:") + NewLine2() + file +
                     QStringLiteral("..."),

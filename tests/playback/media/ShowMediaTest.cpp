@@ -153,6 +153,7 @@ TEST_F(ShowMediaTest, WithoutADeviceSoundsOfThatKindAreNotStarted)
 
 TEST_F(ShowMediaTest, ALoopingWaveIsStoppedByTheBlankSound)
 {
+    ASSERT_TRUE(EnsureAppHome());
     CurrentSettings().SoundLoop = true;
     const QString wave = writeFile(QStringLiteral("loop.WAV"), MakeWave(300));
     ASSERT_TRUE(show->PlayThisSoundFile(wave));
@@ -167,6 +168,8 @@ TEST_F(ShowMediaTest, ALoopingWaveIsStoppedByTheBlankSound)
     EXPECT_EQ(log[0].flags, 0x0Bu);
     EXPECT_EQ(log[1].file, blankWave());
     EXPECT_EQ(log[1].flags, 0x02u);
+    // The program's own silent file is a wave the channel plays.
+    EXPECT_EQ(media->waveFile, blankWave());
     EXPECT_FALSE(media->wavePlaying);
     EXPECT_EQ(show->soundPlaying(), SoundKind::None);
     EXPECT_TRUE(MciCommandLog().isEmpty());
