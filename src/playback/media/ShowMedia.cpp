@@ -43,12 +43,24 @@ unsigned ShowWaveFlags(bool loop)
     return SndAsync | SndNoDefault | (loop ? unsigned(SndLoop) : 0u);
 }
 
-bool IsStopped(const QString& alias)
+// The device's mode, empty when it does not answer.
+QString ModeOf(const QString& alias)
 {
     QString mode;
-    const quint32 rc =
-        mciSendString(QStringLiteral("status ") + alias + QStringLiteral(" mode"), &mode);
-    return rc == 0 && mode == QLatin1String("stopped");
+    mciSendString(QStringLiteral("status ") + alias + QStringLiteral(" mode"), &mode);
+    return mode;
+}
+
+bool IsStopped(const QString& alias)
+{
+    return ModeOf(alias) == QLatin1String("stopped");
+}
+
+// For the play list a device that no longer answers has ended as well.
+bool HasEnded(const QString& alias)
+{
+    const QString mode = ModeOf(alias);
+    return mode.isEmpty() || mode == QLatin1String("stopped");
 }
 
 } // namespace
@@ -334,10 +346,10 @@ void ShowMedia::onPlayList()
         ended = !IsWavePlaying();
         break;
     case SoundKind::Midi:
-        ended = IsStopped(QStringLiteral("MIDIFile"));
+        ended = HasEnded(QStringLiteral("MIDIFile"));
         break;
     case SoundKind::MciAudio:
-        ended = IsStopped(QStringLiteral("MPEGAudio"));
+        ended = HasEnded(QStringLiteral("MPEGAudio"));
         break;
     case SoundKind::None:
         break;
@@ -354,7 +366,8 @@ void ShowMedia::onLoopSound()
         if (!IsStopped(QStringLiteral("CDTrack")))
             return;
         if (const quint32 rc = mciSendString(cdPlayCommand())) {
-            m_loopSound->stop();
+            if (m_loopSound)
+                m_loopSound->stop();
             cdFailure(rc);
         }
         return;
@@ -368,7 +381,8 @@ void ShowMedia::onLoopSound()
     if (const quint32 rc =
             mciSendString(QStringLiteral("play ") + alias + QStringLiteral(" from 0"))) {
         // Said once: the sound stays off rather than failing every half second.
-        m_loopSound->stop();
+        if (m_loopSound)
+            m_loopSound->stop();
         failure(rc,
                 midi ? QStringLiteral("Unable to play MIDI file.")
                      : QStringLiteral("Unable to play the following audio file:") + NewLine2() +
@@ -382,7 +396,8 @@ void ShowMedia::onLoopMovie()
     if (!m_movieOpen || !IsStopped(QStringLiteral("Movie")))
         return;
     if (const quint32 rc = mciSendString(QStringLiteral("play Movie from 0"))) {
-        m_loopMovie->stop();
+        if (m_loopMovie)
+            m_loopMovie->stop();
         failure(rc, QStringLiteral("Unable to play the following movie file:"), vbExclamation);
     }
 }
@@ -390,13 +405,17 @@ void ShowMedia::onLoopMovie()
 void ShowMedia::startShowSound()
 {
     const Settings& s = CurrentSettings();
+    // A show sound that did not start is not tried again when the show comes round: its
+    // message has been seen.
+    if (m_showSoundFailed)
+        return;
     if (s.SoundMode == 1) {
         if (playListInUse())
             startPlayList();
         else
-            PlayThisSoundFile(s.SoundFile);
+            m_showSoundFailed = !PlayThisSoundFile(s.SoundFile);
     } else if (s.SoundMode == 2) {
-        PlayThisCDTrack(s.CDTrack);
+        m_showSoundFailed = !PlayThisCDTrack(s.CDTrack);
     }
 }
 

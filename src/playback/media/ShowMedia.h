@@ -100,6 +100,7 @@ private:
     bool m_cdOpen = false;
     int m_cdTrack = 0;
     bool m_cdFailed = false;
+    bool m_showSoundFailed = false;
     bool m_movieOpen = false;
     bool m_playListOn = false;
     int m_playListIndex = -1;

@@ -284,7 +284,18 @@ TEST_F(ShowMediaTest, FailuresAreToldWithTheErrorTextAndCode)
                                  QStringLiteral("\r\n\r\nError code = 262..."));
     for (const auto& call : calls)
         EXPECT_EQ(call.title, QStringLiteral("Kavori"));
-    EXPECT_EQ(cursorRequests, 4);
+
+    // A show's CD that failed is not tried again each time the show comes round.
+    CurrentSettings().SoundMode = 2;
+    CurrentSettings().DontRestartSound = false;
+    show->startShowSound();
+    EXPECT_EQ(prompts().calls.size(), 5);
+    EXPECT_EQ(cursorRequests, 5);
+    const int opened = int(media->devices.size());
+    show->slideSound(NewSlide(QStringLiteral("a.jpg")), true);
+    show->slideSound(NewSlide(QStringLiteral("a.jpg")), true);
+    EXPECT_EQ(int(media->devices.size()), opened);
+    EXPECT_EQ(prompts().calls.size(), 5);
     EXPECT_FALSE(picMovie->isVisibleTo(owner.get()));
     EXPECT_FALSE(show->movieOpen());
     EXPECT_EQ(show->soundPlaying(), SoundKind::None);
@@ -390,7 +401,7 @@ TEST_F(ShowMediaTest, ThePlayListAdvancesInOrderOrAtRandom)
     // At random: Int(3 * r) picks each next entry.
     show->stopAll();
     s.PlayListRandom = true;
-    ScriptRandom({0.7, 0.1, 0.4});
+    ScriptRandom({0.7, 0.1, 0.4, 0.9});
     show->startShowSound();
     EXPECT_EQ(show->playListIndex(), 2);
     media->wavePlaying = false;
@@ -399,6 +410,10 @@ TEST_F(ShowMediaTest, ThePlayListAdvancesInOrderOrAtRandom)
     media->last(MciDeviceType::MPEGVideo)->mode = MciMode::Stopped;
     show->onPlayList();
     EXPECT_EQ(show->playListIndex(), 1);
+    // A device that no longer answers counts as ended.
+    mciSendString(QStringLiteral("close MIDIFile"));
+    show->onPlayList();
+    EXPECT_EQ(show->playListIndex(), 2);
     EXPECT_TRUE(prompts().calls.isEmpty());
 }
 
