@@ -32,7 +32,14 @@ quint32 SequencerDevice::open(const QString& element)
         return MCIERR_CANNOT_LOAD_DRIVER;
     if (fluid_synth_sfload(m_synth, QFile::encodeName(soundFont).constData(), 1) == FLUID_FAILED)
         return MCIERR_CANNOT_LOAD_DRIVER;
+    // FluidSynth's own choice first, then the sound servers a desktop may run.
     m_driver = new_fluid_audio_driver(m_settings, m_synth);
+    for (const char* name : {"pulseaudio", "pipewire", "alsa", "sdl2"}) {
+        if (m_driver)
+            break;
+        if (fluid_settings_setstr(m_settings, "audio.driver", name) == FLUID_OK)
+            m_driver = new_fluid_audio_driver(m_settings, m_synth);
+    }
     return m_driver ? MCIERR_NONE : MCIERR_HARDWARE;
 }
 
