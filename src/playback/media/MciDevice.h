@@ -12,7 +12,7 @@ class QWidget;
 namespace kavori {
 
 // Result codes of the multimedia command interface; 0 is success. The numbers are the
-// classic MCI ones, so a message's "Error code = " reads as users of the original expect.
+// classic MCI ones, so the "Error code = " of a message means what it means elsewhere.
 enum MciError : quint32 {
     MCIERR_NONE = 0,
     MCIERR_INVALID_DEVICE_ID = 257,

@@ -469,10 +469,14 @@ void ShowMedia::pauseSound(bool paused)
         mciSendString(verb + QStringLiteral("MIDIFile"));
         break;
     case SoundKind::Wave:
-        if (paused)
-            PlayWaveSound(PathNoCase(AppPath(), QStringLiteral("BLANK.WAV")), SndNoDefault);
-        else
+        // Only a wave still sounding is cut off, and only that one comes back.
+        if (paused) {
+            m_waveHeld = IsWavePlaying();
+            if (m_waveHeld)
+                PlayWaveSound(PathNoCase(AppPath(), QStringLiteral("BLANK.WAV")), SndNoDefault);
+        } else if (m_waveHeld) {
             PlayWaveSound(m_soundFile, ShowWaveFlags(m_soundLoops));
+        }
         break;
     case SoundKind::None:
         break;

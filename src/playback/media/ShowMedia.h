@@ -106,6 +106,7 @@ private:
     int m_playListIndex = -1;
     QSet<int> m_failedEntries;
     bool m_paused = false;
+    bool m_waveHeld = false; // a wave was cut off by the pause and plays again on resume
 };
 
 } // namespace kavori

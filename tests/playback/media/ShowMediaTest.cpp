@@ -555,6 +555,15 @@ TEST_F(ShowMediaTest, PausingTheShowHoldsItsSoundWhenMakePauseSndIsOn)
     EXPECT_EQ(log[0].file, blankWave());
     EXPECT_EQ(log[1].file, wave);
     EXPECT_EQ(log[1].flags, 0x0Bu);
+
+    // A wave that had already ended does not come back on resume.
+    CurrentSettings().SoundLoop = false;
+    ASSERT_TRUE(show->PlayThisSoundFile(wave));
+    ASSERT_FALSE(media->wavePlaying);
+    ClearWaveSoundLog();
+    show->pauseSound(true);
+    show->pauseSound(false);
+    EXPECT_TRUE(WaveSoundLog().isEmpty());
 }
 
 } // namespace
