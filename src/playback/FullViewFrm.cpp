@@ -7,6 +7,7 @@
 #include "imaging/ImageFit.h"
 #include "imaging/ImageTypes.h"
 #include "imaging/PictureLoader.h"
+#include "media/ShowMedia.h"
 #include "player/PlayerTexts.h"
 #include "player/SlideLayout.h"
 #include "player/SlideOrder.h"
@@ -65,6 +66,14 @@ FullViewFrm::FullViewFrm(QWidget* parent) : QDialog(parent, Qt::FramelessWindowH
     m_info->setStyleSheet(QStringLiteral("color: white; background: black; padding: 2px;"));
     m_info->hide();
 
+    m_picMovie = new QWidget(this);
+    m_picMovie->setObjectName(QStringLiteral("picMovie"));
+    m_picMovie->setAttribute(Qt::WA_TransparentForMouseEvents);
+    m_picMovie->hide();
+    m_media = std::make_unique<ShowMedia>(this, m_picMovie);
+    // A failure message needs a pointer to answer it.
+    connect(m_media.get(), &ShowMedia::cursorNeeded, this, [this] { setCursor(Qt::ArrowCursor); });
+
     m_slideTimer = makeTimer(this, "SlideTimer");
     m_slideTimer->setSingleShot(true);
     connect(m_slideTimer, &QTimer::timeout, this, &FullViewFrm::SlideTimer_Timer);
@@ -79,7 +88,11 @@ FullViewFrm::FullViewFrm(QWidget* parent) : QDialog(parent, Qt::FramelessWindowH
         setGeometry(screen->geometry());
 }
 
-FullViewFrm::~FullViewFrm() = default;
+FullViewFrm::~FullViewFrm()
+{
+    if (m_playing)
+        m_media->stopAll();
+}
 
 void FullViewFrm::setImage(const QImage& image)
 {
@@ -203,6 +216,7 @@ void FullViewFrm::PlayShow(const PlayerStart& start)
         m_timerMouse->start();
     }
     readAhead();
+    m_media->startShowSound();
     m_slideTimer->start(0);
 }
 
@@ -241,6 +255,7 @@ void FullViewFrm::showSlide(int target)
     if (s.ShowFilenames)
         setInfoLine(LoadingNextSlideText());
 
+    bool restarted = false; // the show came round to its start
     if (target >= 0) {
         m_index = std::min(target, count - 1);
     } else {
@@ -251,6 +266,7 @@ void FullViewFrm::showSlide(int target)
             endShow();
             return;
         }
+        restarted = !s.RandomSlides && next.index == 0 && m_index >= 0;
         m_index = next.index;
     }
     Slide slide = show.slides.at(m_index);
@@ -263,6 +279,9 @@ void FullViewFrm::showSlide(int target)
     }
     stopAnimation();
     m_descriptions->hide();
+    m_media->StopMovie();
+    if (!m_soundOff)
+        m_media->slideSound(slide, restarted);
 
     const bool movie = IsMovieFile(slide.SlideFile);
     QImage picture;
@@ -294,7 +313,18 @@ void FullViewFrm::showSlide(int target)
     presentSlide(number, useEngine && !movie);
     if (Transitions().TransitionStop || m_ended)
         return;
-    if (s.AnimateGIF89 && IsAnimatedGif(slide.SlideFile))
+    if (movie) {
+        MoviePlacement placement;
+        placement.screen = size();
+        placement.SlideLocation = slide.SlideLocation;
+        placement.SlidePosX = slide.SlidePosX;
+        placement.SlidePosY = slide.SlidePosY;
+        placement.SlideEnlarge = slide.SlideEnlarge;
+        placement.SlideShrink = slide.SlideShrink;
+        m_media->PlayMovie(slide.SlideFile, placement); // a failure has said so; the show goes on
+        if (m_ended)
+            return;
+    } else if (s.AnimateGIF89 && IsAnimatedGif(slide.SlideFile))
         startAnimation(slide.SlideFile, QRectF(QRectF(rect).topLeft() / devicePixelRatioF(),
                                                QRectF(rect).size() / devicePixelRatioF())
                                             .toRect());
@@ -550,7 +580,16 @@ void FullViewFrm::runAction(PlayerAction action)
         }
         break;
     }
+    // S silences the show's sound and brings it back.
     case PlayerAction::ToggleSound:
+        m_soundOff = !m_soundOff;
+        if (m_soundOff) {
+            m_media->StopPlayingSound();
+            m_media->StopPlayingCD();
+        } else {
+            m_media->startShowSound();
+        }
+        break;
     case PlayerAction::Close:
     case PlayerAction::None:
         break;
@@ -572,6 +611,7 @@ void FullViewFrm::togglePause()
     m_paused = !m_paused;
     if (m_pauseButton)
         m_pauseButton->setToolTip(PauseHint(m_paused));
+    m_media->pauseSound(m_paused);
     if (m_paused) {
         m_slideTimer->stop();
         refreshInfoLine();
@@ -626,6 +666,7 @@ void FullViewFrm::endShow()
     m_timerMouse->stop();
     stopAnimation();
     m_descriptions->hide();
+    m_media->stopAll();
     done(0);
 }
 

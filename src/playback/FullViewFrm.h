@@ -19,6 +19,7 @@ namespace kavori {
 
 class DescriptionLabels;
 class PaintingCanvas;
+class ShowMedia;
 
 // How a show is played.
 struct PlayerStart {
@@ -70,6 +71,7 @@ public:
     // The picture on the screen, in device pixels.
     const QImage& screenImage() const { return m_screen; }
     DescriptionLabels& descriptions() { return *m_descriptions; }
+    ShowMedia& media() { return *m_media; }
     SlideDecoder& decoder() { return m_decoder; }
 
 protected:
@@ -125,6 +127,9 @@ private:
     QTimer* m_timerDesc = nullptr;  // TimerDesc
     QTimer* m_timerMouse = nullptr; // TimerMouse
     QPoint m_mouseStart;
+    QWidget* m_picMovie = nullptr; // picMovie
+    std::unique_ptr<ShowMedia> m_media;
+    bool m_soundOff = false; // the S key's choice
     QToolBar* m_toolbar = nullptr;
     QAction* m_pauseButton = nullptr;
 };

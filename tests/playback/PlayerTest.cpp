@@ -1,11 +1,16 @@
 #include "playback/DescriptionLabels.h"
 #include "playback/FullViewFrm.h"
 #include "playback/TransitionEngine.h"
+#include "playback/media/FakeMedia.h"
+#include "playback/media/MciCommand.h"
+#include "playback/media/ShowMedia.h"
+#include "playback/media/WaveChannel.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Random.h"
 #include "settings/Settings.h"
 #include "slideshow/DescriptionFile.h"
 #include "slideshow/SlideShow.h"
+#include "startup/StartupState.h"
 #include "support/KavoriTest.h"
 
 #include <QCoreApplication>
@@ -434,4 +439,44 @@ TEST_F(PlayerTest, ScreenSaverEndsOnAKeyAndNeverByItself)
     key(*player, Qt::Key_A);
     EXPECT_FALSE(player->isVisible());
     EXPECT_FALSE(timer(*player, "TimerMouse")->isActive());
+}
+
+TEST_F(PlayerTest, SlideSoundsAndMoviesPlayThroughTheMediaLayer)
+{
+    kavori::test::FakeMedia media;
+    CurrentStartup().WaveDevices = true;
+    CurrentStartup().MidiDevices = true;
+    makeShow(3);
+    const QString chime = writeFile(QStringLiteral("chime.wav"), kavori::test::MakeWave(200));
+    const QString movie = writeFile(QStringLiteral("clip.avi"), QByteArray("RIFF"));
+    CurrentSettings().SoundMode = 3;
+    CurrentShow().slides[0].SlideSound = chime;
+    CurrentShow().slides[1].SlideFile = movie;
+    auto player = start();
+    ClearMciCommandLog();
+    player->SlideTimer_Timer();
+    EXPECT_EQ(media.waveFile, chime);
+
+    // A movie slide opens in picMovie, centred, instead of being read as a picture.
+    player->SlideTimer_Timer();
+    const QStringList log = MciCommandLog();
+    ASSERT_FALSE(log.isEmpty());
+    EXPECT_EQ(log.first(),
+              QStringLiteral("open \"") + movie + QStringLiteral("\" type AVIVideo alias Movie"));
+    EXPECT_TRUE(log.contains(QStringLiteral("play Movie from 0")));
+    EXPECT_TRUE(player->media().movieOpen());
+    EXPECT_TRUE(prompts().calls.isEmpty());
+    auto* picMovie = player->findChild<QWidget*>(QStringLiteral("picMovie"));
+    ASSERT_NE(picMovie, nullptr);
+    EXPECT_TRUE(picMovie->isVisibleTo(player.get()));
+
+    // The next slide stops and closes it first; ending the show stops everything.
+    ClearMciCommandLog();
+    player->SlideTimer_Timer();
+    EXPECT_EQ(MciCommandLog().mid(0, 2),
+              QStringList({QStringLiteral("stop Movie"), QStringLiteral("close Movie")}));
+    EXPECT_FALSE(player->media().movieOpen());
+    EXPECT_EQ(center(*player), QColor(Qt::blue));
+    player->endShow();
+    EXPECT_FALSE(media.wavePlaying && media.waveLoops);
 }

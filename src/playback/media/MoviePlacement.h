@@ -8,26 +8,11 @@ namespace kavori {
 // Where a movie slide goes: the screen and the slide's placement values.
 struct MoviePlacement {
     QSize screen;
-    qint16 SlideLocation = 0; // 0 centre, 1..8 corners and edges, 9 random, 10 custom
+    qint16 SlideLocation = 0; // the codes of a picture's SlidePlace
     qint16 SlidePosX = 0;     // custom position, pixels
     qint16 SlidePosY = 0;
     qint16 SlideEnlarge = 0; // 1: a movie smaller than the screen grows to fit it
     qint16 SlideShrink = 0;  // 1: a movie larger than the screen shrinks to fit it
-};
-
-// The places of SlideLocation.
-enum class SlideLocation : qint16 {
-    Centre = 0,
-    TopLeft = 1,
-    Top = 2,
-    TopRight = 3,
-    Left = 4,
-    Right = 5,
-    BottomLeft = 6,
-    Bottom = 7,
-    BottomRight = 8,
-    Random = 9,
-    Custom = 10,
 };
 
 // The rectangle the movie's picture box takes on the screen for a movie of the given size.
