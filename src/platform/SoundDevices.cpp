@@ -44,7 +44,8 @@ bool DetectMidiDevices()
 {
     if (override_().midi)
         return *override_().midi;
-    return !SoundFontPath().isEmpty();
+    // The synthesiser needs a SoundFont and somewhere to play to.
+    return !SoundFontPath().isEmpty() && DetectWaveDevices();
 }
 
 void SetSoundDevicesOverride(std::optional<bool> wave, std::optional<bool> midi)
