@@ -24,38 +24,94 @@ PaintingCanvas::PaintingCanvas(QImage source, QImage destination)
 void PaintingCanvas::copy(const QRect& rect)
 {
     const QRect r = rect.intersected(m_destination.rect());
-    if (r.isEmpty())
-        return;
-    const qsizetype bytes = qsizetype(r.width()) * 4;
-    for (int y = r.top(); y <= r.bottom(); ++y)
-        std::memcpy(m_destination.scanLine(y) + qsizetype(r.left()) * 4,
-                    m_source.constScanLine(y) + qsizetype(r.left()) * 4, size_t(bytes));
-    m_changed += r;
+    if (!r.isEmpty())
+        defer({r, r.topLeft()});
 }
 
 void PaintingCanvas::copyTo(const QRect& source, const QPoint& destination)
 {
-    // Clip the move to both pictures, then copy row by row.
+    // Clip the move to both pictures.
     QRect src = source.intersected(m_source.rect());
-    QRect dst(destination + (src.topLeft() - source.topLeft()), src.size());
+    const QRect dst(destination + (src.topLeft() - source.topLeft()), src.size());
     const QRect visible = dst.intersected(m_destination.rect());
     if (visible.isEmpty())
         return;
     src.translate(visible.topLeft() - dst.topLeft());
     src.setSize(visible.size());
-    const qsizetype bytes = qsizetype(visible.width()) * 4;
-    for (int row = 0; row < visible.height(); ++row)
-        std::memmove(m_destination.scanLine(visible.top() + row) + qsizetype(visible.left()) * 4,
-                     m_source.constScanLine(src.top() + row) + qsizetype(src.left()) * 4,
-                     size_t(bytes));
-    m_changed += visible;
+    defer({src, visible.topLeft()});
+}
+
+void PaintingCanvas::defer(const Copy& copy)
+{
+    if (m_pending.size() >= kPendingCopies)
+        flush();
+    m_pending.append(copy);
+}
+
+void PaintingCanvas::flush()
+{
+    // Every copy reads only the source picture, so a copy whose target a later one of the same
+    // frame paints over shows nothing: applied from the last back, each copy fills only what
+    // no later one covers, and no pixel is written twice in a frame.
+    QRegion covered;
+    for (qsizetype i = m_pending.size() - 1; i >= 0; --i) {
+        const Copy& c = m_pending.at(i);
+        const QRect target(c.to, c.from.size());
+        const QRegion fresh = QRegion(target) - covered;
+        for (const QRect& part : fresh) {
+            apply(c.from.translated(part.topLeft() - target.topLeft()).topLeft(), part);
+            noteChanged(part);
+        }
+        if (i > 0)
+            covered += target;
+    }
+    m_pending.clear();
+}
+
+void PaintingCanvas::apply(const QPoint& from, const QRect& to)
+{
+    const qsizetype bytes = qsizetype(to.width()) * 4;
+    for (int row = 0; row < to.height(); ++row)
+        std::memcpy(m_destination.scanLine(to.top() + row) + qsizetype(to.left()) * 4,
+                    m_source.constScanLine(from.y() + row) + qsizetype(from.x()) * 4,
+                    size_t(bytes));
+}
+
+void PaintingCanvas::noteChanged(const QRect& rect)
+{
+    // Region arithmetic on every small copy would cost more than the copies: a frame keeps a
+    // few rectangles, and past that only their bounds.
+    if (m_changedCount < kChangedRects)
+        m_changedRects[m_changedCount] = rect;
+    ++m_changedCount;
+    m_changedBounds |= rect;
+}
+
+const QImage& PaintingCanvas::destination()
+{
+    flush();
+    return m_destination;
+}
+
+QImage PaintingCanvas::takeDestination()
+{
+    flush();
+    return std::move(m_destination);
 }
 
 QRegion PaintingCanvas::takeChanged()
 {
-    QRegion r = m_changed;
-    m_changed = QRegion();
-    return r;
+    flush();
+    QRegion region;
+    if (m_changedCount > kChangedRects) {
+        region = m_changedBounds;
+    } else {
+        for (int i = 0; i < m_changedCount; ++i)
+            region += m_changedRects[i];
+    }
+    m_changedCount = 0;
+    m_changedBounds = QRect();
+    return region;
 }
 
 int RecordingCanvas::copies() const

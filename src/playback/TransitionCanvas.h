@@ -9,6 +9,7 @@
 
 #include "TransitionEngine.h"
 
+#include <array>
 #include <functional>
 
 namespace kavori {
@@ -34,7 +35,8 @@ public:
 };
 
 // Paints into a destination picture at screen size in device pixels, remembering which region
-// changed since the last presentation.
+// changed since the last presentation. Copies are held until the picture is looked at (a
+// presentation), so those that later copies of the same frame paint over cost nothing.
 class PaintingCanvas final : public TransitionCanvas {
 public:
     PaintingCanvas(QImage source, QImage destination);
@@ -47,18 +49,34 @@ public:
         copy(fresh);
     }
 
-    const QImage& destination() const { return m_destination; }
+    // The picture as drawn so far.
+    const QImage& destination();
     const QImage& source() const { return m_source; }
     // Hands the pictures back once the effect is done, so their buffers serve the next one.
-    QImage takeDestination() { return std::move(m_destination); }
+    QImage takeDestination();
     QImage takeSource() { return std::move(m_source); }
     // The region changed since the last call, and forgets it.
     QRegion takeChanged();
 
 private:
+    struct Copy {
+        QRect from; // in the source
+        QPoint to;  // its top left in the destination
+    };
+    void defer(const Copy& copy);
+    void flush();
+    void apply(const QPoint& from, const QRect& to);
+    void noteChanged(const QRect& rect);
+
     QImage m_source;
     QImage m_destination;
-    QRegion m_changed;
+    // Past this many held copies the region arithmetic would cost more than it saves.
+    static constexpr int kPendingCopies = 64;
+    QVector<Copy> m_pending;
+    static constexpr int kChangedRects = 16;
+    std::array<QRect, kChangedRects> m_changedRects;
+    int m_changedCount = 0;
+    QRect m_changedBounds;
 };
 
 // Keeps every copy and pause in order, for tests and the timing tools; it is its own pacer.
