@@ -228,15 +228,14 @@ void MainViewFrm::connectCommands()
         const QImage shot = screen ? screen->grabWindow(0).toImage() : QImage();
         if (shot.isNull())
             return;
-        SaveBitmap(shot, UntitledImagePath());
-        m_document.setImage(shot.convertToFormat(QImage::Format_RGB32), UntitledImagePath(), true);
+        m_document.setUntitled(shot);
         showDocument();
     });
     handle("mnuTempFile", [this] {
         if (QFileInfo(UntitledImagePath()).isFile() && ConfirmDiscardChanges(m_document)) {
             const QImage image = QImageReader(UntitledImagePath(), "bmp").read();
             if (!image.isNull()) {
-                m_document.setImage(image, UntitledImagePath(), true);
+                m_document.setImage(image, ImageDocument::UntitledName(), true);
                 showDocument();
             }
         }
@@ -420,8 +419,7 @@ void MainViewFrm::paste()
     }
     if (!ConfirmDiscardChanges(m_document))
         return;
-    m_document.setImage(clip.convertToFormat(QImage::Format_RGB32), ImageDocument::UntitledName(),
-                        true);
+    m_document.setUntitled(clip, QStringLiteral("&Undo Paste"));
     showDocument();
 }
 
@@ -682,9 +680,7 @@ void MainViewFrm::importImage(bool pcx)
                vbInformation);
         return;
     }
-    SaveBitmap(image, UntitledImagePath());
-    m_document.setImage(image.convertToFormat(QImage::Format_RGB32), UntitledImagePath(), true,
-                        FileNameOf(path));
+    m_document.setUntitled(image, QString(), FileNameOf(path));
     showDocument();
 }
 
@@ -696,8 +692,7 @@ void MainViewFrm::newImage()
     QImage image = s.NewGetsClipboard ? QApplication::clipboard()->image() : QImage();
     if (image.isNull())
         image = NewImage(s.NewImageX, s.NewImageY, FromVbColor(s.BackColorRGB));
-    SaveBitmap(image, UntitledImagePath());
-    m_document.setImage(image.convertToFormat(QImage::Format_RGB32), UntitledImagePath(), true);
+    m_document.setUntitled(image);
     showDocument();
 }
 

@@ -1,4 +1,5 @@
 #include "viewer/MainViewFrm.h"
+#include "imaging/ImageSaving.h"
 #include "platform/AppPaths.h"
 #include "platform/UserSettings.h"
 #include "runtime/MsgBox.h"
@@ -285,4 +286,75 @@ TEST_F(MainViewFrmTest, CommandLineRequestsAndTheClipboardQuestion)
                 {"There is an image on the clipboard.\r\n\r\nDo you want this data to be available to other applications?"}));
         EXPECT_TRUE(QApplication::clipboard()->image().isNull());
     }
+}
+
+TEST_F(MainViewFrmTest, PasteWithoutSelectionIsAnUndoableNewUntitledImage)
+{
+    MainViewFrm w;
+    const QString photo = makeImage(QStringLiteral("p.bmp"), Qt::red, QSize(40, 20));
+    ASSERT_TRUE(w.openImage(photo));
+    run(w, "mnu90CW"); // an older snapshot that the paste must replace
+    QImage green(4, 4, QImage::Format_RGB32);
+    green.fill(Qt::green);
+    QApplication::clipboard()->setImage(green);
+
+    prompts().answers = {vbYes}; // discard the rotation: it stays in the undo snapshot
+    run(w, "mnuPaste");
+    EXPECT_EQ(w.document().currentFile(), "Untitled.BMP");
+    EXPECT_EQ(w.windowTitle(), "Kavori - [Untitled.BMP]");
+    EXPECT_TRUE(w.document().imageChanged());
+    QAction* undo = w.menus().action(QStringLiteral("mnuUndo"));
+    EXPECT_EQ(undo->text(), "&Undo Paste");
+    EXPECT_TRUE(undo->isEnabled());
+
+    // The scratch file holds the pasted picture, so the temporary image brings it back.
+    const QImage scratch(UntitledImagePath(), "BMP");
+    ASSERT_EQ(scratch.size(), QSize(4, 4));
+    EXPECT_EQ(QColor(scratch.pixel(1, 1)), QColor(Qt::green));
+
+    // Undo gives back the rotated photo under its own name, still changed.
+    run(w, "mnuUndo");
+    EXPECT_EQ(w.document().image().size(), QSize(20, 40));
+    EXPECT_EQ(w.document().currentFile(), photo);
+    EXPECT_TRUE(w.document().imageChanged());
+    EXPECT_EQ(undo->text(), "Can't Undo");
+
+    prompts().answers = {vbYes};
+    run(w, "mnuTempFile");
+    EXPECT_EQ(w.document().image().size(), QSize(4, 4));
+    EXPECT_EQ(w.document().currentFile(), "Untitled.BMP");
+
+    // Pasting with nothing open leaves nothing to undo.
+    MainViewFrm fresh;
+    fresh.menus().action(QStringLiteral("mnuPaste"))->trigger();
+    EXPECT_EQ(fresh.document().image().size(), QSize(4, 4));
+    EXPECT_EQ(fresh.menus().action(QStringLiteral("mnuUndo"))->text(), "Can't Undo");
+}
+
+TEST_F(MainViewFrmTest, PicturesWithoutAFileOfTheirOwnAreUntitled)
+{
+    MainViewFrm w;
+    const QString photo = makeImage(QStringLiteral("kept.bmp"), Qt::red);
+    ASSERT_TRUE(w.openImage(photo));
+    run(w, "mnuNewImage");
+    EXPECT_EQ(w.document().currentFile(), "Untitled.BMP");
+    EXPECT_TRUE(QFileInfo(UntitledImagePath()).isFile());
+
+    // Neither browsing nor reloading reaches into the temporary folder.
+    prompts().clear();
+    run(w, "mnuBrowseNext");
+    run(w, "mnuReloadImage");
+    EXPECT_TRUE(prompts().calls.isEmpty()) << prompts().texts().join(u'|').toStdString();
+    EXPECT_EQ(w.document().currentFile(), "Untitled.BMP");
+    EXPECT_EQ(CurrentSettings().Recent[0], photo);
+    EXPECT_EQ(CurrentSettings().Recent[1], "");
+
+    // An imported picture is untitled too, with the imported file's name in the title.
+    const QByteArray header = QByteArray::fromHex("000002000000000000000000040003001820");
+    prompts().files = {writeFile(QStringLiteral("pics/in.tga"), header + QByteArray(36, 'x'))};
+    prompts().answers = {vbYes};
+    run(w, "mnuImportTGA");
+    EXPECT_EQ(w.document().currentFile(), "Untitled.BMP");
+    EXPECT_EQ(w.windowTitle(), "Kavori - [in.tga]");
+    EXPECT_EQ(QImage(UntitledImagePath(), "BMP").size(), QSize(4, 3));
 }
