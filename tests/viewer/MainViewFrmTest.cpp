@@ -178,7 +178,7 @@ TEST_F(MainViewFrmTest, DropsOfEveryKind)
         prompts().texts(),
         QStringList(
             {"You may not drop a folder here, unable to open...",
-             ".TGA files must be imported into Kavori and then saved as a supported format first, unable to open:\r\n\r\n" +
+             ".TGA files must be imported into Kavori and then saved as a supported format first, unable to open:" +
                  root() + "pics/scan.tga",
              "An unexpected error occurred while getting filename that was dropped here, unable to open file...",
              "An error occurred while reading Slide Show data.\r\nThis may not be a valid Slide Show file...",
