@@ -2,7 +2,11 @@
 #include "platform/Display.h"
 #include "platform/UserSettings.h"
 #include "platform/WindowLock.h"
+#include "playback/FullViewFrm.h"
 #include "runtime/MsgBox.h"
+#include "settings/IniStore.h"
+#include "settings/Settings.h"
+#include "settings/SettingsCatalogue.h"
 #include "startup/CommandLine.h"
 #include "startup/StartupState.h"
 #include "support/KavoriTest.h"
@@ -10,6 +14,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QTimer>
 
 using namespace kavori;
 
@@ -115,4 +120,33 @@ TEST_F(EntryRoutineTest, ModesThatEndTheProcess)
     EXPECT_EQ(windowsNamed("MainViewFrm"), 0);
     EXPECT_EQ(windowsNamed("WaitFrm"), 0);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(EntryRoutineTest, StartMessagesAreNeverHiddenBehindTheLoadingWindow)
+{
+    QStringList seenWithLoadingWindow;
+    prompts().onMessage = [&](const kavori::test::PromptRecorder::Call& call) {
+        if (windowsNamed("WaitFrm") > 0)
+            seenWithLoadingWindow << call.text;
+    };
+
+    // The first run's registry note and the 256-colour question: the loading window steps
+    // aside while they are up and comes back for the rest of the start.
+    SetDisplayColorDepthOverride(8);
+    prompts().answers = {vbNo};
+    EXPECT_FALSE(RunEntryRoutine({}).has_value());
+    EXPECT_EQ(prompts().texts().size(), 2);
+    EXPECT_EQ(prompts().texts().value(1).left(40),
+              QStringLiteral("The path to this program was not found i"));
+    EXPECT_TRUE(seenWithLoadingWindow.isEmpty()) << seenWithLoadingWindow.join(u'|').toStdString();
+    EXPECT_EQ(windowsNamed("WaitFrm"), 1);
+    EXPECT_EQ(windowsNamed("MainViewFrm"), 1);
+
+    // The refusal of a display with too few colours: the loading window is gone first.
+    SetDisplayColorDepthOverride(4);
+    prompts().calls.clear();
+    EXPECT_EQ(RunEntryRoutine({}), 0);
+    EXPECT_EQ(prompts().texts(),
+              QStringList({"Kavori requires at least 256 colors, unable to start program..."}));
+    EXPECT_TRUE(seenWithLoadingWindow.isEmpty()) << seenWithLoadingWindow.join(u'|').toStdString();
 }
