@@ -49,6 +49,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QPageSetupDialog>
+#include <QPointer>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QScreen>
@@ -114,7 +115,8 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     m_timerStart->setSingleShot(true);
     m_timerStart->setInterval(0);
     connect(m_timerStart, &QTimer::timeout, this, &MainViewFrm::runStartSequence);
-    m_timerStart->start();
+    if (!m_ending)
+        m_timerStart->start();
     showDocument();
 }
 
@@ -460,8 +462,14 @@ QString MainViewFrm::LoadTimeMessage(qint64 milliseconds)
 void MainViewFrm::runStartSequence()
 {
     m_timerStart->stop();
+    if (m_ending)
+        return;
     WaitFrm::CloseAll();
+    // Pending events may close the window; nothing of the start is left to do then.
+    const QPointer<MainViewFrm> alive(this);
     DoEvents();
+    if (!alive || m_ending)
+        return;
     const StartupState& start = CurrentStartup();
     if (start.ShowDisplayProperties)
         showDisplaySettings();
@@ -550,7 +558,11 @@ void MainViewFrm::readStartRequest()
     const StartRequestResult r = ParseStartRequest(line);
     m_startRequest = r.request;
     m_thumbnailFolder = r.thumbnailFolder;
+    // A message must not open behind the loading window.
+    if (!r.message.isEmpty())
+        WaitFrm::CloseAll();
     if (r.endProgram) {
+        m_ending = true;
         MsgBox(r.message, vbInformation);
         QTimer::singleShot(0, this, &QWidget::close);
     } else if (!r.message.isEmpty()) {
@@ -601,7 +613,8 @@ void MainViewFrm::applyBackground()
     QImage texture;
     if (!s.MainViewBackground.isEmpty()) {
         texture = LoadPicture(FullPathNoCase(s.MainViewBackground));
-        if (texture.isNull())
+        if (texture.isNull()) {
+            WaitFrm::CloseAll();
             MsgBox(
                 QStringLiteral(
                     "Could not find the background texture specified for the Main Viewing Window.") +
@@ -609,6 +622,7 @@ void MainViewFrm::applyBackground()
                     QStringLiteral(
                         "Edit the \"Appearance\" settings found in \"Preferences\" to remove this message..."),
                 vbInformation);
+        }
     }
     const QColor colour =
         s.BackgroundColor == 0 ? palette().color(QPalette::Dark) : FromVbColor(s.PreviewBackRGB);
