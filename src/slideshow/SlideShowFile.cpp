@@ -99,21 +99,26 @@ bool isNumber(const QString& s)
     return ParseNumber(s).has_value();
 }
 
-// A name kept relative to the show, or one whose folder has moved, is looked for beside the
-// show file; what cannot be found becomes empty.
-QString repairPath(const QString& name, const QString& showFolder)
+} // namespace
+
+QString FindShowFile(const QString& name, const QString& showFolder)
 {
     if (name.isEmpty())
         return name;
     if (!IsFullPath(name)) {
-        const QString beside = showFolder + name;
+        QString beside = showFolder + name;
+        // A relative name written on Windows has its folders after "\".
+        if (!QFileInfo::exists(beside) && !name.contains(u'/'))
+            beside = showFolder + QString(name).replace(u'\\', u'/');
         return QFileInfo::exists(beside) ? beside : QString();
     }
-    if (QFileInfo::exists(name))
+    if (!IsWindowsFullPath(name) && QFileInfo::exists(name))
         return name;
     const QString moved = showFolder + FileNameOf(name);
     return QFileInfo::exists(moved) ? moved : QString();
 }
+
+namespace {
 
 void oldLayoutDefaults(Settings& s, SlideShow& show)
 {
@@ -153,7 +158,7 @@ void readPlayList(RecordReader& r, SlideShow& show, const QString& folder)
                 vbExclamation);
             return;
         }
-        const QString entry = repairPath(line.left(kMaxSlidePathLength), folder);
+        const QString entry = FindShowFile(line.left(kMaxSlidePathLength), folder);
         if (!entry.isEmpty())
             show.PlayList << entry;
     }
@@ -287,11 +292,11 @@ bool readShow(const QString& path, const ReaderTexts& texts)
 
     // Names kept beside the show are found again; missing ones become empty. A CD track
     // number is no file name and stays as it is.
-    s.SoundFile = repairPath(s.SoundFile, folder);
+    s.SoundFile = FindShowFile(s.SoundFile, folder);
     for (Slide& slide : show.slides) {
         if (!isNumber(slide.SlideSound))
-            slide.SlideSound = repairPath(slide.SlideSound, folder);
-        slide.SlideTexture = repairPath(slide.SlideTexture, folder);
+            slide.SlideSound = FindShowFile(slide.SlideSound, folder);
+        slide.SlideTexture = FindShowFile(slide.SlideTexture, folder);
     }
 
     show.path = QFileInfo(path).absoluteFilePath();

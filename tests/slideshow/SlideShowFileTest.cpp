@@ -1,4 +1,5 @@
 #include "slideshow/SlideShowFile.h"
+#include "platform/AppPaths.h"
 #include "platform/Display.h"
 #include "runtime/MsgBox.h"
 #include "runtime/WaitDialog.h"
@@ -335,5 +336,42 @@ TEST_F(SlideShowFileTest, SavingCopiesIntoTheShowFolderAskingBeforeReplacing)
     CurrentShow().slides[0].SlideFile = media + QStringLiteral("two.jpg");
     ASSERT_TRUE(SaveSlideShow(path, &progress));
     EXPECT_TRUE(readFile(path).contains(("\"" + media + "two.jpg\"").toUtf8()));
+}
+
+TEST_F(SlideShowFileTest, ShowsMadeOnWindowsFindTheirFilesBesideTheShow)
+{
+    // Written on another machine: drive letters, network paths and backslashes throughout.
+    for (const char* f : {"bell.wav", "wood.bmp", "song.mp3", "sub/chime.wav"})
+        writeFile(QStringLiteral("shows/") + QString::fromLatin1(f), "x");
+    QByteArray file = lines({"\"Kavori Slide Show\"", "\"Version 3.0\"", "3", "\"C:\\Shows\\bell.wav\"", "0", "0", "5", "0",
+                             "0", "0", "-1", "-1", "0", "\"\"", "0", "0", "0", "0", "\"3\"", "\"0\"", "\"01\"", "-1", "\"\""});
+    file += lines({"\"C:\\Shows\\a.jpg\"", "\"\"", "0", "\"c:\\My Sounds\\bell.wav\"", "0", "0", "0", "0", "1", "5", "0", "0",
+                   "\"D:\\Textures\\wood.bmp\"", "\"\"",
+                   "\"b.jpg\"", "\"\"", "0", "\"sub\\chime.wav\"", "0", "0", "0", "0", "1", "5", "0", "0",
+                   "\"C:\\Textures\\gone.bmp\"", "\"\"",
+                   "\"<PlayList>\"", "\"0\"", "\"\"", "\"\"", "\"\\\\SERVER\\Music\\song.mp3\"", "\"E:\\lost.mp3\""});
+    const QString path = writeFile(QStringLiteral("shows/windows.kav"), file);
+    ASSERT_TRUE(ReadSlideShow(path));
+    EXPECT_TRUE(prompts().calls.isEmpty()) << prompts().texts().join(u'|').toStdString();
+    const QString folder = root() + QStringLiteral("shows/");
+    const SlideShow& show = CurrentShow();
+    ASSERT_EQ(show.slides.size(), 2);
+    EXPECT_EQ(CurrentSettings().SoundFile, folder + "bell.wav");
+    EXPECT_EQ(show.slides[0].SlideSound, folder + "bell.wav");
+    EXPECT_EQ(show.slides[0].SlideTexture, folder + "wood.bmp");
+    EXPECT_EQ(show.slides[1].SlideSound, folder + "sub/chime.wav");
+    EXPECT_EQ(show.slides[1].SlideTexture, "");
+    EXPECT_EQ(show.PlayList, QStringList({folder + "song.mp3"}));
+    // The pictures are found the same way by whoever plays them.
+    writeFile(QStringLiteral("shows/a.jpg"), "x");
+    EXPECT_EQ(FindShowFile(show.slides[0].SlideFile, folder), folder + "a.jpg");
+
+    EXPECT_TRUE(IsFullPath(QStringLiteral("C:\\Shows\\a.jpg")));
+    EXPECT_TRUE(IsFullPath(QStringLiteral("\\\\SERVER\\Music\\song.mp3")));
+    EXPECT_FALSE(IsFullPath(QStringLiteral("sub\\chime.wav")));
+    EXPECT_EQ(FileNameOf(QStringLiteral("C:\\Shows\\a.jpg")), "a.jpg");
+    EXPECT_EQ(FolderOf(QStringLiteral("C:\\Shows\\a.jpg")), "C:\\Shows\\");
+    // On this system a backslash may be part of a name.
+    EXPECT_EQ(FileNameOf(QStringLiteral("/pics/a\\b.jpg")), "a\\b.jpg");
 }
 // clang-format on
