@@ -140,8 +140,8 @@ void oldLayoutDefaults(Settings& s, SlideShow& show)
 void readPlayList(RecordReader& r, SlideShow& show, const QString& folder)
 {
     Settings& s = CurrentSettings();
-    // The file keeps no switch of its own for the play list: a show that has one uses it, so
-    // saving it again keeps the list.
+    // The file keeps no switch of its own for the play list: the block is written only when
+    // the switch is on, so a show that has one had it on, and saving it again keeps the list.
     s.UsePlayList = true;
     s.PlayListRandom = r.text() == QLatin1String("1");
     show.PlayListText1 = r.text();
@@ -171,6 +171,8 @@ bool readShow(const QString& path, const ReaderTexts& texts)
     ResetShow();
     SlideShow& show = CurrentShow();
     Settings& s = CurrentSettings();
+    // Every slot's defaults come from the settings as they are before the file changes them.
+    const Slide blank = NewSlide();
     ListInput in;
     if (!in.open(path) || in.next() != kHeader) {
         MsgBox(texts.notValid, vbExclamation);
@@ -196,6 +198,8 @@ bool readShow(const QString& path, const ReaderTexts& texts)
     }
     if (layout != Layout::Current)
         MsgBox(texts.oldLayoutNote, vbInformation);
+    // A show without a play list block does not play the play list of the one read before.
+    s.UsePlayList = false;
 
     const QString folder = FolderOf(QFileInfo(path).absoluteFilePath());
     RecordReader r(in);
@@ -262,7 +266,8 @@ bool readShow(const QString& path, const ReaderTexts& texts)
                        vbExclamation);
                 break;
             }
-            Slide slide = NewSlide(file);
+            Slide slide = blank;
+            slide.SlideFile = file;
             if (layout == Layout::Old15) {
                 slide.SlideDescription = r.text().left(kMaxDescriptionLength);
             } else if (layout == Layout::Current) {

@@ -125,7 +125,8 @@ TEST_F(SlideShowFileTest, OldLayoutsLoadWithDefaultsAndSaveAsCurrent)
     ASSERT_EQ(show.slides.size(), 3);
     EXPECT_TRUE(show.changed);
     EXPECT_EQ(show.slides[2].SlideFile, "/p/c.bmp");
-    EXPECT_EQ(show.slides[0].SlideDelay, 6);
+    EXPECT_EQ(show.slides[0].SlideDelay, 5); // the interval in effect before the read
+    EXPECT_EQ(CurrentSettings().SlideInterval, 6);
     EXPECT_EQ(show.slides[0].SlideShrink, 1);
     EXPECT_EQ(show.slides[0].SlideEnlarge, 0);
     EXPECT_TRUE(CurrentSettings().RandomSlides);
@@ -373,5 +374,52 @@ TEST_F(SlideShowFileTest, ShowsMadeOnWindowsFindTheirFilesBesideTheShow)
     EXPECT_EQ(FolderOf(QStringLiteral("C:\\Shows\\a.jpg")), "C:\\Shows\\");
     // On this system a backslash may be part of a name.
     EXPECT_EQ(FileNameOf(QStringLiteral("/pics/a\\b.jpg")), "a\\b.jpg");
+}
+
+TEST_F(SlideShowFileTest, PlayListSwitchFollowsTheShowRead)
+{
+    makeMedia();
+    CurrentSettings().UsePlayList = false;
+    const QString withList = writeFile(QStringLiteral("shows/list.kav"), version3(pics()));
+    ASSERT_TRUE(ReadSlideShow(withList));
+    EXPECT_TRUE(CurrentSettings().UsePlayList); // so saving it again keeps the list
+    ASSERT_TRUE(WriteSlideShow(root() + QStringLiteral("shows/again.kav")));
+    EXPECT_TRUE(readFile(root() + QStringLiteral("shows/again.kav")).contains("\"<PlayList>\""));
+
+    // A later show without a play list does not inherit the switch.
+    QByteArray plain = version3(pics());
+    plain.truncate(plain.indexOf("\"<PlayList>\""));
+    ASSERT_TRUE(ReadSlideShow(writeFile(QStringLiteral("shows/plain.kav"), plain)));
+    EXPECT_FALSE(CurrentSettings().UsePlayList);
+    EXPECT_TRUE(CurrentShow().PlayList.isEmpty());
+    ASSERT_TRUE(ReadSlideShow(withList));
+    EXPECT_TRUE(CurrentSettings().UsePlayList);
+    ASSERT_TRUE(ReadSlideShow(writeFile(QStringLiteral("shows/old.kav"),
+                                        lines({"Kavori Slide Show", "Version 1.X", "3", "", "0", "0", "6", "0", "0", "/p/a.bmp"}))));
+    EXPECT_FALSE(CurrentSettings().UsePlayList);
+
+    // A file that loads nothing leaves the switch alone.
+    CurrentSettings().UsePlayList = true;
+    EXPECT_FALSE(ReadSlideShow(writeFile(QStringLiteral("shows/later.kav"), lines({"Kavori Slide Show", "Version 9.0"}))));
+    EXPECT_TRUE(CurrentSettings().UsePlayList);
+}
+
+TEST_F(SlideShowFileTest, OldLayoutSlidesTakeTheIntervalInEffectBeforeTheRead)
+{
+    CurrentSettings().SlideInterval = 9;
+    ASSERT_TRUE(ReadSlideShow(writeFile(QStringLiteral("old.kav"),
+                                        lines({"Kavori Slide Show", "Version 1.X", "0", "", "0", "0", "4", "0", "0",
+                                               "/p/a.bmp", "/p/b.bmp"}))));
+    EXPECT_EQ(CurrentSettings().SlideInterval, 4);
+    ASSERT_EQ(CurrentShow().slides.size(), 2);
+    EXPECT_EQ(CurrentShow().slides[0].SlideDelay, 9);
+    EXPECT_EQ(CurrentShow().slides[1].SlideDelay, 9);
+
+    // The next read starts from the interval the last one left.
+    ASSERT_TRUE(ReadSlideShow(writeFile(QStringLiteral("v15.kav"),
+                                        lines({"Kavori Slide Show", "Version 1.5", "0", "", "0", "0", "7", "0", "0",
+                                               "-1", "0", "-1", "/p/a.bmp", "text"}))));
+    EXPECT_EQ(CurrentSettings().SlideInterval, 7);
+    EXPECT_EQ(CurrentShow().slides[0].SlideDelay, 4);
 }
 // clang-format on
