@@ -59,20 +59,36 @@ QString TempPath()
     return AddSlash(QDir::tempPath());
 }
 
+bool IsWindowsFullPath(const QString& path)
+{
+    const bool drive = path.size() >= 2 && path[1] == u':' && path[0].isLetter();
+    return drive || path.startsWith(u'\\');
+}
+
 bool IsFullPath(const QString& path)
 {
-    return !path.isEmpty() && QDir::isAbsolutePath(path);
+    return !path.isEmpty() && (QDir::isAbsolutePath(path) || IsWindowsFullPath(path));
 }
+
+namespace {
+// A name holding a "/" is this system's, where "\" may be part of a file name; a name without
+// one that holds "\" was written on Windows and is split there.
+qsizetype lastSeparator(const QString& path)
+{
+    const qsizetype slash = path.lastIndexOf(u'/');
+    return slash >= 0 ? slash : path.lastIndexOf(u'\\');
+}
+} // namespace
 
 QString FolderOf(const QString& path)
 {
-    const qsizetype slash = path.lastIndexOf(u'/');
-    return slash < 0 ? QString() : path.left(slash + 1);
+    const qsizetype separator = lastSeparator(path);
+    return separator < 0 ? QString() : path.left(separator + 1);
 }
 
 QString FileNameOf(const QString& path)
 {
-    return path.mid(path.lastIndexOf(u'/') + 1);
+    return path.mid(lastSeparator(path) + 1);
 }
 
 bool HasExtension(const QString& path, const QString& extension)

@@ -20,10 +20,14 @@ QString TempPath();
 QString PathSeparator();
 QString AddSlash(const QString& folder);
 
-// A full path rather than a bare or relative name.
+// A full path rather than a bare or relative name: this system's, or one written on Windows.
 bool IsFullPath(const QString& path);
+// A path from a Windows machine: a drive letter and ":", or a leading "\" (its root, or a network
+// path).
+bool IsWindowsFullPath(const QString& path);
 
-// The folder part of a path, ending in "/" (empty for a bare name), and the file name part.
+// The folder part of a path, ending in its separator (empty for a bare name), and the file
+// name part. Names written on Windows are split at "\".
 QString FolderOf(const QString& path);
 QString FileNameOf(const QString& path);
 

@@ -8,9 +8,10 @@
 #include "runtime/TextCodec.h"
 #include "settings/Settings.h"
 
+#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QSaveFile>
+#include <QSet>
 
 namespace kavori {
 
@@ -47,6 +48,22 @@ QList<Pair> rawPairs(ListInput& in)
     }
     return pairs;
 }
+
+// The folder's files as the lookup sees them: names compared without regard to case, so
+// verifying and repairing never lose an entry that GetDescription still finds.
+class FolderFiles {
+public:
+    explicit FolderFiles(const QString& folder)
+    {
+        const QStringList names = QDir(folder).entryList(QDir::Files | QDir::Hidden);
+        for (const QString& name : names)
+            m_names.insert(name.toCaseFolded());
+    }
+    bool contains(const QString& name) const { return m_names.contains(name.toCaseFolded()); }
+
+private:
+    QSet<QString> m_names;
+};
 
 qsizetype entryCount(const DescriptionTable& t)
 {
@@ -281,6 +298,7 @@ DescriptionProblems CheckDescriptionFile(const QString& folder)
     bool valid = false;
     if (!openFile(folder, in, valid) || !valid)
         return p;
+    const FolderFiles files(folder);
     for (const Pair& pair : rawPairs(in)) {
         if (pair.name.isEmpty() && pair.text.isEmpty())
             continue;
@@ -288,7 +306,7 @@ DescriptionProblems CheckDescriptionFile(const QString& folder)
             ++p.withoutFileName;
         else if (pair.text.isEmpty())
             ++p.withoutDescription;
-        if (!pair.name.isEmpty() && !QFileInfo(AddSlash(folder) + pair.name).isFile())
+        if (!pair.name.isEmpty() && !files.contains(pair.name))
             ++p.missingFiles;
     }
     return p;
@@ -326,10 +344,10 @@ bool RepairDescriptionFile(const QString& folder)
     bool valid = false;
     if (!openFile(folder, in, valid) || !valid)
         return false;
+    const FolderFiles files(folder);
     QList<Pair> kept;
     for (const Pair& pair : rawPairs(in)) {
-        if (!pair.name.isEmpty() && !pair.text.isEmpty() &&
-            QFileInfo(AddSlash(folder) + pair.name).isFile())
+        if (!pair.name.isEmpty() && !pair.text.isEmpty() && files.contains(pair.name))
             kept.append(pair);
     }
     if (kept.isEmpty())

@@ -99,21 +99,26 @@ bool isNumber(const QString& s)
     return ParseNumber(s).has_value();
 }
 
-// A name kept relative to the show, or one whose folder has moved, is looked for beside the
-// show file; what cannot be found becomes empty.
-QString repairPath(const QString& name, const QString& showFolder)
+} // namespace
+
+QString FindShowFile(const QString& name, const QString& showFolder)
 {
     if (name.isEmpty())
         return name;
     if (!IsFullPath(name)) {
-        const QString beside = showFolder + name;
+        QString beside = showFolder + name;
+        // A relative name written on Windows has its folders after "\".
+        if (!QFileInfo::exists(beside) && !name.contains(u'/'))
+            beside = showFolder + QString(name).replace(u'\\', u'/');
         return QFileInfo::exists(beside) ? beside : QString();
     }
-    if (QFileInfo::exists(name))
+    if (!IsWindowsFullPath(name) && QFileInfo::exists(name))
         return name;
     const QString moved = showFolder + FileNameOf(name);
     return QFileInfo::exists(moved) ? moved : QString();
 }
+
+namespace {
 
 void oldLayoutDefaults(Settings& s, SlideShow& show)
 {
@@ -135,8 +140,8 @@ void oldLayoutDefaults(Settings& s, SlideShow& show)
 void readPlayList(RecordReader& r, SlideShow& show, const QString& folder)
 {
     Settings& s = CurrentSettings();
-    // The file keeps no switch of its own for the play list: a show that has one uses it, so
-    // saving it again keeps the list.
+    // The file keeps no switch of its own for the play list: the block is written only when
+    // the switch is on, so a show that has one had it on, and saving it again keeps the list.
     s.UsePlayList = true;
     s.PlayListRandom = r.text() == QLatin1String("1");
     show.PlayListText1 = r.text();
@@ -153,7 +158,7 @@ void readPlayList(RecordReader& r, SlideShow& show, const QString& folder)
                 vbExclamation);
             return;
         }
-        const QString entry = repairPath(line.left(kMaxSlidePathLength), folder);
+        const QString entry = FindShowFile(line.left(kMaxSlidePathLength), folder);
         if (!entry.isEmpty())
             show.PlayList << entry;
     }
@@ -166,6 +171,8 @@ bool readShow(const QString& path, const ReaderTexts& texts)
     ResetShow();
     SlideShow& show = CurrentShow();
     Settings& s = CurrentSettings();
+    // Every slot's defaults come from the settings as they are before the file changes them.
+    const Slide blank = NewSlide();
     ListInput in;
     if (!in.open(path) || in.next() != kHeader) {
         MsgBox(texts.notValid, vbExclamation);
@@ -191,6 +198,8 @@ bool readShow(const QString& path, const ReaderTexts& texts)
     }
     if (layout != Layout::Current)
         MsgBox(texts.oldLayoutNote, vbInformation);
+    // A show without a play list block does not play the play list of the one read before.
+    s.UsePlayList = false;
 
     const QString folder = FolderOf(QFileInfo(path).absoluteFilePath());
     RecordReader r(in);
@@ -257,7 +266,8 @@ bool readShow(const QString& path, const ReaderTexts& texts)
                        vbExclamation);
                 break;
             }
-            Slide slide = NewSlide(file);
+            Slide slide = blank;
+            slide.SlideFile = file;
             if (layout == Layout::Old15) {
                 slide.SlideDescription = r.text().left(kMaxDescriptionLength);
             } else if (layout == Layout::Current) {
@@ -287,11 +297,11 @@ bool readShow(const QString& path, const ReaderTexts& texts)
 
     // Names kept beside the show are found again; missing ones become empty. A CD track
     // number is no file name and stays as it is.
-    s.SoundFile = repairPath(s.SoundFile, folder);
+    s.SoundFile = FindShowFile(s.SoundFile, folder);
     for (Slide& slide : show.slides) {
         if (!isNumber(slide.SlideSound))
-            slide.SlideSound = repairPath(slide.SlideSound, folder);
-        slide.SlideTexture = repairPath(slide.SlideTexture, folder);
+            slide.SlideSound = FindShowFile(slide.SlideSound, folder);
+        slide.SlideTexture = FindShowFile(slide.SlideTexture, folder);
     }
 
     show.path = QFileInfo(path).absoluteFilePath();

@@ -1,6 +1,7 @@
 #include "StartupChecks.h"
 
 #include "StartupState.h"
+#include "WaitFrm.h"
 #include "platform/AppPaths.h"
 #include "platform/Display.h"
 #include "platform/UserSettings.h"
@@ -57,11 +58,13 @@ bool CheckColorDepth(const QString& commandLine)
     const int bits = DisplayColorDepth();
     Transitions().Colors256 = bits == 8;
     if (bits < 8) {
+        WaitFrm::CloseAll();
         MsgBox(ColorDepthTooLowMessage(), vbInformation + vbMsgBoxHelpButton);
         return false;
     }
     if (bits == 8 && CurrentSettings().Color256Msg &&
         !commandLine.startsWith(QLatin1String("SCRNSAVE"))) {
+        const WaitFrm::StepAside aside;
         const int answer =
             MsgBox(Colors256Question(), vbYesNoCancel + vbInformation + vbMsgBoxHelpButton);
         if (answer == vbYes) {
@@ -90,10 +93,12 @@ bool CheckProgramPath()
     const QString appPath = AppPath();
     const QString stored = GetSetting(kSettings, kExePath);
     if (stored.isEmpty()) {
+        const WaitFrm::StepAside aside;
         MsgBox(ProgramPathMissingMessage(), vbExclamation + vbMsgBoxHelpButton);
         SaveSetting(kSettings, kExePath, appPath);
     } else if (AddSlash(stored).toUpper() != appPath.toUpper()) {
         // The running executable always exists, so the question is always asked.
+        const WaitFrm::StepAside aside;
         const int answer = MsgBox(ProgramPathDifferentQuestion(appPath),
                                   vbYesNoCancel + vbQuestion + vbMsgBoxHelpButton);
         if (answer == vbYes)

@@ -45,4 +45,22 @@ void WaitFrm::CloseAll()
     }
 }
 
+WaitFrm::StepAside::StepAside()
+{
+    for (QWidget* w : QApplication::topLevelWidgets()) {
+        if (w->objectName() == QLatin1String("WaitFrm") && w->isVisible()) {
+            w->hide();
+            m_hidden << w;
+        }
+    }
+}
+
+WaitFrm::StepAside::~StepAside()
+{
+    for (const QPointer<QWidget>& w : std::as_const(m_hidden)) {
+        if (w)
+            w->show();
+    }
+}
+
 } // namespace kavori

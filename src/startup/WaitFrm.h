@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QList>
+#include <QPointer>
 #include <QWidget>
 
 namespace kavori {
@@ -14,6 +16,19 @@ public:
     static void Open();
     // Closes it wherever it is (any path that ends start-up calls this).
     static void CloseAll();
+
+    // Hides the window for as long as it lives, so a question asked during start-up is never
+    // behind it (the loading window stays on top); the window comes back afterwards.
+    class StepAside {
+    public:
+        StepAside();
+        ~StepAside();
+        StepAside(const StepAside&) = delete;
+        StepAside& operator=(const StepAside&) = delete;
+
+    private:
+        QList<QPointer<QWidget>> m_hidden;
+    };
 };
 
 } // namespace kavori

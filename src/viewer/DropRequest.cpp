@@ -47,10 +47,9 @@ DropRequest ClassifyDrop(const QString& dropped)
         return r;
     }
     if (IsImportFile(path)) {
-        r.message = path.right(4).toUpper() + QStringLiteral(" files must be imported into ") +
-                    AppTitle() +
-                    QStringLiteral(" and then saved as a supported format first, unable to open:") +
-                    NewLine2() + path;
+        r.message =
+            path.right(4).toUpper() + QStringLiteral(" files must be imported into ") + AppTitle() +
+            QStringLiteral(" and then saved as a supported format first, unable to open:") + path;
         return r;
     }
     r.path = path;

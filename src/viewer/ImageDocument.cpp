@@ -42,6 +42,29 @@ void ImageDocument::markSaved(const QString& path)
     m_imageChanged = false;
 }
 
+void ImageDocument::setUntitled(const QImage& image, const QString& undoCaption,
+                                const QString& shownName)
+{
+    if (!undoCaption.isEmpty() && !m_image.isNull())
+        takeUndoSnapshot(undoCaption);
+    m_image = image.convertToFormat(QImage::Format_RGB32);
+    m_currentFile = UntitledName();
+    m_shownName = shownName;
+    m_imageChanged = true;
+    // "Open Temporary Image" brings back the latest picture that had no file.
+    SaveBitmap(m_image, UntitledImagePath());
+}
+
+// The snapshot is the picture as it stood, so an edit of an edit undoes one step.
+void ImageDocument::takeUndoSnapshot(const QString& undoCaption)
+{
+    m_canUndo = MakeUndoSnapshot(m_image);
+    m_undoCaption = undoCaption;
+    m_undoFile = m_currentFile;
+    m_undoShownName = m_shownName;
+    m_undoChanged = m_imageChanged;
+}
+
 QString ImageDocument::edit(const QString& undoCaption,
                             const std::function<EditResult(const QImage&)>& command)
 {
@@ -50,11 +73,7 @@ QString ImageDocument::edit(const QString& undoCaption,
     const EditResult result = command(m_image);
     if (result.image.isNull())
         return result.message;
-    // The snapshot is the picture as it stood, so an edit of an edit undoes one step.
-    m_canUndo = MakeUndoSnapshot(m_image);
-    m_undoCaption = undoCaption;
-    m_undoFile = m_currentFile;
-    m_undoChanged = m_imageChanged;
+    takeUndoSnapshot(undoCaption);
     m_image = result.image;
     m_imageChanged = true;
     return {};
@@ -74,6 +93,7 @@ bool ImageDocument::undo()
         return false;
     m_image = before;
     m_currentFile = m_undoFile;
+    m_shownName = m_undoShownName;
     m_imageChanged = m_undoChanged;
     m_canUndo = false;
     QFile::remove(UndoSnapshotPath());

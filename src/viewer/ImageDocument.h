@@ -29,6 +29,11 @@ public:
     void setImage(const QImage& image, const QString& path, bool changed = false,
                   const QString& shownName = QString());
     void markSaved(const QString& path);
+    // Takes a picture without a file of its own (new, pasted, captured, imported): it is named
+    // UntitledName() and kept in the scratch file of that name. With an undo caption the picture
+    // it replaces becomes the undo snapshot, as an edit's would.
+    void setUntitled(const QImage& image, const QString& undoCaption = QString(),
+                     const QString& shownName = QString());
 
     // Runs an editing command: the picture before it becomes the undo snapshot. Returns the
     // command's refusal message (nothing changes then), or an empty string.
@@ -45,6 +50,8 @@ public:
     static QString UndoSnapshotPath();
 
 private:
+    void takeUndoSnapshot(const QString& undoCaption);
+
     QImage m_image;
     QString m_currentFile;
     QString m_shownName;
@@ -52,6 +59,7 @@ private:
     bool m_canUndo = false;
     QString m_undoCaption;
     QString m_undoFile;
+    QString m_undoShownName;
     bool m_undoChanged = false;
 };
 

@@ -49,6 +49,7 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QPageSetupDialog>
+#include <QPointer>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QScreen>
@@ -115,7 +116,8 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     m_timerStart->setSingleShot(true);
     m_timerStart->setInterval(0);
     connect(m_timerStart, &QTimer::timeout, this, &MainViewFrm::runStartSequence);
-    m_timerStart->start();
+    if (!m_ending)
+        m_timerStart->start();
     showDocument();
 }
 
@@ -229,15 +231,14 @@ void MainViewFrm::connectCommands()
         const QImage shot = screen ? screen->grabWindow(0).toImage() : QImage();
         if (shot.isNull())
             return;
-        SaveBitmap(shot, UntitledImagePath());
-        m_document.setImage(shot.convertToFormat(QImage::Format_RGB32), UntitledImagePath(), true);
+        m_document.setUntitled(shot);
         showDocument();
     });
     handle("mnuTempFile", [this] {
         if (QFileInfo(UntitledImagePath()).isFile() && ConfirmDiscardChanges(m_document)) {
             const QImage image = QImageReader(UntitledImagePath(), "bmp").read();
             if (!image.isNull()) {
-                m_document.setImage(image, UntitledImagePath(), true);
+                m_document.setImage(image, ImageDocument::UntitledName(), true);
                 showDocument();
             }
         }
@@ -421,8 +422,7 @@ void MainViewFrm::paste()
     }
     if (!ConfirmDiscardChanges(m_document))
         return;
-    m_document.setImage(clip.convertToFormat(QImage::Format_RGB32), ImageDocument::UntitledName(),
-                        true);
+    m_document.setUntitled(clip, QStringLiteral("&Undo Paste"));
     showDocument();
 }
 
@@ -463,8 +463,14 @@ QString MainViewFrm::LoadTimeMessage(qint64 milliseconds)
 void MainViewFrm::runStartSequence()
 {
     m_timerStart->stop();
+    if (m_ending)
+        return;
     WaitFrm::CloseAll();
+    // Pending events may close the window; nothing of the start is left to do then.
+    const QPointer<MainViewFrm> alive(this);
     DoEvents();
+    if (!alive || m_ending)
+        return;
     const StartupState& start = CurrentStartup();
     if (start.ShowDisplayProperties)
         showDisplaySettings();
@@ -553,7 +559,11 @@ void MainViewFrm::readStartRequest()
     const StartRequestResult r = ParseStartRequest(line);
     m_startRequest = r.request;
     m_thumbnailFolder = r.thumbnailFolder;
+    // A message must not open behind the loading window.
+    if (!r.message.isEmpty())
+        WaitFrm::CloseAll();
     if (r.endProgram) {
+        m_ending = true;
         MsgBox(r.message, vbInformation);
         QTimer::singleShot(0, this, &QWidget::close);
     } else if (!r.message.isEmpty()) {
@@ -604,7 +614,8 @@ void MainViewFrm::applyBackground()
     QImage texture;
     if (!s.MainViewBackground.isEmpty()) {
         texture = LoadPicture(FullPathNoCase(s.MainViewBackground));
-        if (texture.isNull())
+        if (texture.isNull()) {
+            WaitFrm::CloseAll();
             MsgBox(
                 QStringLiteral(
                     "Could not find the background texture specified for the Main Viewing Window.") +
@@ -612,6 +623,7 @@ void MainViewFrm::applyBackground()
                     QStringLiteral(
                         "Edit the \"Appearance\" settings found in \"Preferences\" to remove this message..."),
                 vbInformation);
+        }
     }
     const QColor colour =
         s.BackgroundColor == 0 ? palette().color(QPalette::Dark) : FromVbColor(s.PreviewBackRGB);
@@ -683,9 +695,7 @@ void MainViewFrm::importImage(bool pcx)
                vbInformation);
         return;
     }
-    SaveBitmap(image, UntitledImagePath());
-    m_document.setImage(image.convertToFormat(QImage::Format_RGB32), UntitledImagePath(), true,
-                        FileNameOf(path));
+    m_document.setUntitled(image, QString(), FileNameOf(path));
     showDocument();
 }
 
@@ -697,8 +707,7 @@ void MainViewFrm::newImage()
     QImage image = s.NewGetsClipboard ? QApplication::clipboard()->image() : QImage();
     if (image.isNull())
         image = NewImage(s.NewImageX, s.NewImageY, FromVbColor(s.BackColorRGB));
-    SaveBitmap(image, UntitledImagePath());
-    m_document.setImage(image.convertToFormat(QImage::Format_RGB32), UntitledImagePath(), true);
+    m_document.setUntitled(image);
     showDocument();
 }
 

@@ -82,6 +82,7 @@ private:
     QTimer* m_timerStart = nullptr;
     QLabel* m_statusText = nullptr;
     qint16 m_startRequest = 0;
+    bool m_ending = false; // the command line asked only for the help hint
     PicturePrefetcher m_prefetcher;
     std::unique_ptr<QPrinter> m_printer; // made on first use: finding printers takes time
     // The current folder's pictures, listed again only when the folder changes.

@@ -138,3 +138,23 @@ TEST_F(DescriptionFileTest, VerifyAndRepair)
     many.withoutFileName = 1200;
     EXPECT_TRUE(DescriptionReport(many).contains("  * 1,200 descriptions without filenames."));
 }
+
+TEST_F(DescriptionFileTest, VerifyAndRepairFindNamesWithoutRegardToCase)
+{
+    writeFile(folder() + QStringLiteral("img_1.jpg"), "x");
+    writeFile(folder() + QStringLiteral("Beach.JPG"), "x");
+    writeDescriptions("IMG_1.JPG\r\nFirst\r\nbeach.jpg\r\nSecond\r\nmissing.jpg\r\nThird\r\n");
+    EXPECT_EQ(GetDescription(folder() + QStringLiteral("img_1.jpg")), "First");
+
+    const DescriptionProblems p = CheckDescriptionFile(folder());
+    EXPECT_EQ(p.missingFiles, 1);
+    EXPECT_EQ(p.withoutFileName + p.withoutDescription, 0);
+
+    // Repair drops only what no lookup can find, and keeps the names as written.
+    ASSERT_TRUE(RepairDescriptionFile(folder()));
+    EXPECT_EQ(ReadDescriptionFile(folder()), 2);
+    EXPECT_EQ(CurrentDescriptions().DescFileName, QStringList({"IMG_1.JPG", "beach.jpg"}));
+    EXPECT_EQ(GetDescription(folder() + QStringLiteral("img_1.jpg")), "First");
+    EXPECT_EQ(GetDescription(folder() + QStringLiteral("Beach.JPG")), "Second");
+    EXPECT_FALSE(CheckDescriptionFile(folder()).any());
+}

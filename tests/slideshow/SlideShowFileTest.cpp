@@ -1,4 +1,5 @@
 #include "slideshow/SlideShowFile.h"
+#include "platform/AppPaths.h"
 #include "platform/Display.h"
 #include "runtime/MsgBox.h"
 #include "runtime/WaitDialog.h"
@@ -124,7 +125,8 @@ TEST_F(SlideShowFileTest, OldLayoutsLoadWithDefaultsAndSaveAsCurrent)
     ASSERT_EQ(show.slides.size(), 3);
     EXPECT_TRUE(show.changed);
     EXPECT_EQ(show.slides[2].SlideFile, "/p/c.bmp");
-    EXPECT_EQ(show.slides[0].SlideDelay, 6);
+    EXPECT_EQ(show.slides[0].SlideDelay, 5); // the interval in effect before the read
+    EXPECT_EQ(CurrentSettings().SlideInterval, 6);
     EXPECT_EQ(show.slides[0].SlideShrink, 1);
     EXPECT_EQ(show.slides[0].SlideEnlarge, 0);
     EXPECT_TRUE(CurrentSettings().RandomSlides);
@@ -335,5 +337,89 @@ TEST_F(SlideShowFileTest, SavingCopiesIntoTheShowFolderAskingBeforeReplacing)
     CurrentShow().slides[0].SlideFile = media + QStringLiteral("two.jpg");
     ASSERT_TRUE(SaveSlideShow(path, &progress));
     EXPECT_TRUE(readFile(path).contains(("\"" + media + "two.jpg\"").toUtf8()));
+}
+
+TEST_F(SlideShowFileTest, ShowsMadeOnWindowsFindTheirFilesBesideTheShow)
+{
+    // Written on another machine: drive letters, network paths and backslashes throughout.
+    for (const char* f : {"bell.wav", "wood.bmp", "song.mp3", "sub/chime.wav"})
+        writeFile(QStringLiteral("shows/") + QString::fromLatin1(f), "x");
+    QByteArray file = lines({"\"Kavori Slide Show\"", "\"Version 3.0\"", "3", "\"C:\\Shows\\bell.wav\"", "0", "0", "5", "0",
+                             "0", "0", "-1", "-1", "0", "\"\"", "0", "0", "0", "0", "\"3\"", "\"0\"", "\"01\"", "-1", "\"\""});
+    file += lines({"\"C:\\Shows\\a.jpg\"", "\"\"", "0", "\"c:\\My Sounds\\bell.wav\"", "0", "0", "0", "0", "1", "5", "0", "0",
+                   "\"D:\\Textures\\wood.bmp\"", "\"\"",
+                   "\"b.jpg\"", "\"\"", "0", "\"sub\\chime.wav\"", "0", "0", "0", "0", "1", "5", "0", "0",
+                   "\"C:\\Textures\\gone.bmp\"", "\"\"",
+                   "\"<PlayList>\"", "\"0\"", "\"\"", "\"\"", "\"\\\\SERVER\\Music\\song.mp3\"", "\"E:\\lost.mp3\""});
+    const QString path = writeFile(QStringLiteral("shows/windows.kav"), file);
+    ASSERT_TRUE(ReadSlideShow(path));
+    EXPECT_TRUE(prompts().calls.isEmpty()) << prompts().texts().join(u'|').toStdString();
+    const QString folder = root() + QStringLiteral("shows/");
+    const SlideShow& show = CurrentShow();
+    ASSERT_EQ(show.slides.size(), 2);
+    EXPECT_EQ(CurrentSettings().SoundFile, folder + "bell.wav");
+    EXPECT_EQ(show.slides[0].SlideSound, folder + "bell.wav");
+    EXPECT_EQ(show.slides[0].SlideTexture, folder + "wood.bmp");
+    EXPECT_EQ(show.slides[1].SlideSound, folder + "sub/chime.wav");
+    EXPECT_EQ(show.slides[1].SlideTexture, "");
+    EXPECT_EQ(show.PlayList, QStringList({folder + "song.mp3"}));
+    // The pictures are found the same way by whoever plays them.
+    writeFile(QStringLiteral("shows/a.jpg"), "x");
+    EXPECT_EQ(FindShowFile(show.slides[0].SlideFile, folder), folder + "a.jpg");
+
+    EXPECT_TRUE(IsFullPath(QStringLiteral("C:\\Shows\\a.jpg")));
+    EXPECT_TRUE(IsFullPath(QStringLiteral("\\\\SERVER\\Music\\song.mp3")));
+    EXPECT_FALSE(IsFullPath(QStringLiteral("sub\\chime.wav")));
+    EXPECT_EQ(FileNameOf(QStringLiteral("C:\\Shows\\a.jpg")), "a.jpg");
+    EXPECT_EQ(FolderOf(QStringLiteral("C:\\Shows\\a.jpg")), "C:\\Shows\\");
+    // On this system a backslash may be part of a name.
+    EXPECT_EQ(FileNameOf(QStringLiteral("/pics/a\\b.jpg")), "a\\b.jpg");
+}
+
+TEST_F(SlideShowFileTest, PlayListSwitchFollowsTheShowRead)
+{
+    makeMedia();
+    CurrentSettings().UsePlayList = false;
+    const QString withList = writeFile(QStringLiteral("shows/list.kav"), version3(pics()));
+    ASSERT_TRUE(ReadSlideShow(withList));
+    EXPECT_TRUE(CurrentSettings().UsePlayList); // so saving it again keeps the list
+    ASSERT_TRUE(WriteSlideShow(root() + QStringLiteral("shows/again.kav")));
+    EXPECT_TRUE(readFile(root() + QStringLiteral("shows/again.kav")).contains("\"<PlayList>\""));
+
+    // A later show without a play list does not inherit the switch.
+    QByteArray plain = version3(pics());
+    plain.truncate(plain.indexOf("\"<PlayList>\""));
+    ASSERT_TRUE(ReadSlideShow(writeFile(QStringLiteral("shows/plain.kav"), plain)));
+    EXPECT_FALSE(CurrentSettings().UsePlayList);
+    EXPECT_TRUE(CurrentShow().PlayList.isEmpty());
+    ASSERT_TRUE(ReadSlideShow(withList));
+    EXPECT_TRUE(CurrentSettings().UsePlayList);
+    ASSERT_TRUE(ReadSlideShow(writeFile(QStringLiteral("shows/old.kav"),
+                                        lines({"Kavori Slide Show", "Version 1.X", "3", "", "0", "0", "6", "0", "0", "/p/a.bmp"}))));
+    EXPECT_FALSE(CurrentSettings().UsePlayList);
+
+    // A file that loads nothing leaves the switch alone.
+    CurrentSettings().UsePlayList = true;
+    EXPECT_FALSE(ReadSlideShow(writeFile(QStringLiteral("shows/later.kav"), lines({"Kavori Slide Show", "Version 9.0"}))));
+    EXPECT_TRUE(CurrentSettings().UsePlayList);
+}
+
+TEST_F(SlideShowFileTest, OldLayoutSlidesTakeTheIntervalInEffectBeforeTheRead)
+{
+    CurrentSettings().SlideInterval = 9;
+    ASSERT_TRUE(ReadSlideShow(writeFile(QStringLiteral("old.kav"),
+                                        lines({"Kavori Slide Show", "Version 1.X", "0", "", "0", "0", "4", "0", "0",
+                                               "/p/a.bmp", "/p/b.bmp"}))));
+    EXPECT_EQ(CurrentSettings().SlideInterval, 4);
+    ASSERT_EQ(CurrentShow().slides.size(), 2);
+    EXPECT_EQ(CurrentShow().slides[0].SlideDelay, 9);
+    EXPECT_EQ(CurrentShow().slides[1].SlideDelay, 9);
+
+    // The next read starts from the interval the last one left.
+    ASSERT_TRUE(ReadSlideShow(writeFile(QStringLiteral("v15.kav"),
+                                        lines({"Kavori Slide Show", "Version 1.5", "0", "", "0", "0", "7", "0", "0",
+                                               "-1", "0", "-1", "/p/a.bmp", "text"}))));
+    EXPECT_EQ(CurrentSettings().SlideInterval, 7);
+    EXPECT_EQ(CurrentShow().slides[0].SlideDelay, 4);
 }
 // clang-format on

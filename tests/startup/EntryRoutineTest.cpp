@@ -2,7 +2,11 @@
 #include "platform/Display.h"
 #include "platform/UserSettings.h"
 #include "platform/WindowLock.h"
+#include "playback/FullViewFrm.h"
 #include "runtime/MsgBox.h"
+#include "settings/IniStore.h"
+#include "settings/Settings.h"
+#include "settings/SettingsCatalogue.h"
 #include "startup/CommandLine.h"
 #include "startup/StartupState.h"
 #include "support/KavoriTest.h"
@@ -10,6 +14,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QTimer>
 
 using namespace kavori;
 
@@ -115,4 +120,126 @@ TEST_F(EntryRoutineTest, ModesThatEndTheProcess)
     EXPECT_EQ(windowsNamed("MainViewFrm"), 0);
     EXPECT_EQ(windowsNamed("WaitFrm"), 0);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(EntryRoutineTest, StartMessagesAreNeverHiddenBehindTheLoadingWindow)
+{
+    QStringList seenWithLoadingWindow;
+    prompts().onMessage = [&](const kavori::test::PromptRecorder::Call& call) {
+        if (windowsNamed("WaitFrm") > 0)
+            seenWithLoadingWindow << call.text;
+    };
+
+    // The first run's registry note and the 256-colour question: the loading window steps
+    // aside while they are up and comes back for the rest of the start.
+    SetDisplayColorDepthOverride(8);
+    prompts().answers = {vbNo};
+    EXPECT_FALSE(RunEntryRoutine({}).has_value());
+    EXPECT_EQ(prompts().texts().size(), 2);
+    EXPECT_EQ(prompts().texts().value(1).left(40),
+              QStringLiteral("The path to this program was not found i"));
+    EXPECT_TRUE(seenWithLoadingWindow.isEmpty()) << seenWithLoadingWindow.join(u'|').toStdString();
+    EXPECT_EQ(windowsNamed("WaitFrm"), 1);
+    EXPECT_EQ(windowsNamed("MainViewFrm"), 1);
+
+    // The refusal of a display with too few colours: the loading window is gone first.
+    SetDisplayColorDepthOverride(4);
+    prompts().calls.clear();
+    EXPECT_EQ(RunEntryRoutine({}), 0);
+    EXPECT_EQ(prompts().texts(),
+              QStringList({"Kavori requires at least 256 colors, unable to start program..."}));
+    EXPECT_TRUE(seenWithLoadingWindow.isEmpty()) << seenWithLoadingWindow.join(u'|').toStdString();
+}
+
+TEST_F(EntryRoutineTest, FullScreenPictureThenEndOrTheMainWindow)
+{
+    SaveSetting(QStringLiteral("Settings"), QStringLiteral("EXEPath"), home());
+    QImage image(30, 20, QImage::Format_RGB32);
+    image.fill(Qt::magenta);
+    const QString picture = root() + QStringLiteral("pics/full.bmp");
+    writeFile(picture, {});
+    ASSERT_TRUE(image.save(picture, "BMP"));
+
+    // The viewer is closed as the user would, once it is up; what it showed is noted.
+    QStringList shown;
+    QTimer closer;
+    closer.setInterval(5);
+    QObject::connect(&closer, &QTimer::timeout, [&] {
+        for (QWidget* w : QApplication::topLevelWidgets()) {
+            if (auto* view = qobject_cast<FullViewFrm*>(w); view && view->isVisible()) {
+                shown << QString::number(view->image().pixel(0, 0), 16);
+                EXPECT_EQ(windowsNamed("WaitFrm"), 0);
+                closer.stop();
+                view->reject();
+            }
+        }
+    });
+    auto closeViewerSoon = [&] { closer.start(); };
+
+    // CmdLineExit on (as a fresh settings file has it): the program ends after the viewer.
+    closeViewerSoon();
+    EXPECT_EQ(RunEntryRoutine({QStringLiteral("FULLSCREEN"), picture}), 0);
+    EXPECT_EQ(shown, QStringList({QString::number(QColor(Qt::magenta).rgb(), 16)}));
+    EXPECT_EQ(windowsNamed("MainViewFrm"), 0);
+    EXPECT_EQ(windowsNamed("WaitFrm"), 0);
+    EXPECT_EQ(CurrentStartup().FullFile, picture);
+
+    // CmdLineExit off: the main window opens and shows the same file.
+    LoadIniFile(SettingsFilePath());
+    SetIniValue(QStringLiteral("Viewer"), QStringLiteral("CmdLineExit"), QStringLiteral("False"));
+    SaveIniFile(SettingsFilePath());
+    ResetStartup();
+    closeViewerSoon();
+    EXPECT_FALSE(RunEntryRoutine({QStringLiteral("\"FULLSCREEN ") + picture + u'"'}).has_value());
+    EXPECT_EQ(shown.size(), 2);
+    MainViewFrm* main = nullptr;
+    for (QWidget* w : QApplication::topLevelWidgets()) {
+        if (auto* found = qobject_cast<MainViewFrm*>(w))
+            main = found;
+    }
+    ASSERT_NE(main, nullptr);
+    main->runStartSequence();
+    EXPECT_EQ(main->document().currentFile(), picture);
+    EXPECT_EQ(main->windowTitle(), "Kavori - [full.bmp]");
+}
+
+TEST_F(EntryRoutineTest, FloppyQuestionAnswersAndTheHelpHint)
+{
+    SaveSetting(QStringLiteral("Settings"), QStringLiteral("EXEPath"), home());
+    const QString question = FloppyDiskQuestion(QStringLiteral("A:\\SHOWS\\HOLIDAY.KAV"));
+
+    // Cancel ends at once; nothing is read.
+    prompts().answers = {vbCancel};
+    EXPECT_EQ(RunEntryRoutine({QStringLiteral("A:\\SHOWS\\HOLIDAY.KAV")}), 0);
+    EXPECT_EQ(prompts().texts(), QStringList({question}));
+    EXPECT_EQ(prompts().calls[0].style, vbOKCancel + vbInformation + vbSystemModal);
+    EXPECT_TRUE(question.contains("\\SHOWS\\HOLIDAY.KAV\r\n\r\n...is in Floppy Drive A:"));
+
+    // OK goes on to read the show, which is not there: refused, then nothing to play.
+    prompts().clear();
+    prompts().answers = {vbOK};
+    EXPECT_EQ(RunEntryRoutine({QStringLiteral("A:\\SHOWS\\HOLIDAY.KAV")}), 0);
+    ASSERT_EQ(prompts().texts().size(), 3);
+    EXPECT_EQ(prompts().texts()[0], question);
+    EXPECT_TRUE(
+        prompts().texts()[1].startsWith("The selected file is not a valid Kavori Slide Show"));
+    EXPECT_EQ(prompts().texts()[2], "There are no pictures in this slide show to view...");
+    EXPECT_EQ(windowsNamed("WaitFrm"), 0);
+
+    // A lower-case h: the help hint in front, then the program ends with its window closed.
+    prompts().clear();
+    bool hintBehindLoadingWindow = false;
+    prompts().onMessage = [&](const kavori::test::PromptRecorder::Call&) {
+        hintBehindLoadingWindow = windowsNamed("WaitFrm") > 0;
+    };
+    EXPECT_FALSE(RunEntryRoutine({QStringLiteral("h")}).has_value());
+    EXPECT_EQ(prompts().texts(),
+              QStringList({"Start the program normally (don't pass command line parameters) and "
+                           "press the F1 key to view help on this product..."}));
+    EXPECT_EQ(prompts().calls[0].style, vbInformation);
+    EXPECT_FALSE(hintBehindLoadingWindow);
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(windowsNamed("MainViewFrm"), 0);
+    EXPECT_EQ(windowsNamed("WaitFrm"), 0);
 }

@@ -7,6 +7,8 @@ namespace kavori::test {
 int PromptRecorder::msgBox(const QString& text, int style, const QString& title)
 {
     calls.append({text, style, title});
+    if (onMessage)
+        onMessage(calls.last());
     return answers.isEmpty() ? DefaultAnswer(style) : answers.takeFirst();
 }
 
@@ -73,6 +75,7 @@ void PromptRecorder::clear()
     files.clear();
     colors.clear();
     fonts.clear();
+    onMessage = nullptr;
 }
 
 } // namespace kavori::test

@@ -6,6 +6,8 @@
 #include <QStringList>
 #include <QVector>
 
+#include <functional>
+
 namespace kavori::test {
 
 // Keeps every message box, input box and picker call, and answers from scripted queues.
@@ -28,6 +30,8 @@ public:
     QList<QString> files;                 // answers of openFile, saveFile and chooseFolder
     QList<std::optional<QColor>> colors;
     QList<std::optional<QFont>> fonts;
+    // Runs as each message box is shown, to see what else is on the screen at that moment.
+    std::function<void(const Call&)> onMessage;
 
     int msgBox(const QString& text, int style, const QString& title) override;
     std::optional<QString> inputBox(const QString& prompt, const QString& title,

@@ -1,4 +1,5 @@
 #include "viewer/MainViewFrm.h"
+#include "imaging/ImageSaving.h"
 #include "platform/AppPaths.h"
 #include "platform/UserSettings.h"
 #include "runtime/MsgBox.h"
@@ -15,6 +16,7 @@
 #include <QDialog>
 #include <QDir>
 #include <QFileInfo>
+#include <QTest>
 
 using namespace kavori;
 
@@ -177,7 +179,7 @@ TEST_F(MainViewFrmTest, DropsOfEveryKind)
         prompts().texts(),
         QStringList(
             {"You may not drop a folder here, unable to open...",
-             ".TGA files must be imported into Kavori and then saved as a supported format first, unable to open:\r\n\r\n" +
+             ".TGA files must be imported into Kavori and then saved as a supported format first, unable to open:" +
                  root() + "pics/scan.tga",
              "An unexpected error occurred while getting filename that was dropped here, unable to open file...",
              "An error occurred while reading Slide Show data.\r\nThis may not be a valid Slide Show file...",
@@ -285,4 +287,176 @@ TEST_F(MainViewFrmTest, CommandLineRequestsAndTheClipboardQuestion)
                 {"There is an image on the clipboard.\r\n\r\nDo you want this data to be available to other applications?"}));
         EXPECT_TRUE(QApplication::clipboard()->image().isNull());
     }
+}
+
+TEST_F(MainViewFrmTest, PasteWithoutSelectionIsAnUndoableNewUntitledImage)
+{
+    MainViewFrm w;
+    const QString photo = makeImage(QStringLiteral("p.bmp"), Qt::red, QSize(40, 20));
+    ASSERT_TRUE(w.openImage(photo));
+    run(w, "mnu90CW"); // an older snapshot that the paste must replace
+    QImage green(4, 4, QImage::Format_RGB32);
+    green.fill(Qt::green);
+    QApplication::clipboard()->setImage(green);
+
+    prompts().answers = {vbYes}; // discard the rotation: it stays in the undo snapshot
+    run(w, "mnuPaste");
+    EXPECT_EQ(w.document().currentFile(), "Untitled.BMP");
+    EXPECT_EQ(w.windowTitle(), "Kavori - [Untitled.BMP]");
+    EXPECT_TRUE(w.document().imageChanged());
+    QAction* undo = w.menus().action(QStringLiteral("mnuUndo"));
+    EXPECT_EQ(undo->text(), "&Undo Paste");
+    EXPECT_TRUE(undo->isEnabled());
+
+    // The scratch file holds the pasted picture, so the temporary image brings it back.
+    const QImage scratch(UntitledImagePath(), "BMP");
+    ASSERT_EQ(scratch.size(), QSize(4, 4));
+    EXPECT_EQ(QColor(scratch.pixel(1, 1)), QColor(Qt::green));
+
+    // Undo gives back the rotated photo under its own name, still changed.
+    run(w, "mnuUndo");
+    EXPECT_EQ(w.document().image().size(), QSize(20, 40));
+    EXPECT_EQ(w.document().currentFile(), photo);
+    EXPECT_TRUE(w.document().imageChanged());
+    EXPECT_EQ(undo->text(), "Can't Undo");
+
+    prompts().answers = {vbYes};
+    run(w, "mnuTempFile");
+    EXPECT_EQ(w.document().image().size(), QSize(4, 4));
+    EXPECT_EQ(w.document().currentFile(), "Untitled.BMP");
+
+    // Pasting with nothing open leaves nothing to undo.
+    MainViewFrm fresh;
+    fresh.menus().action(QStringLiteral("mnuPaste"))->trigger();
+    EXPECT_EQ(fresh.document().image().size(), QSize(4, 4));
+    EXPECT_EQ(fresh.menus().action(QStringLiteral("mnuUndo"))->text(), "Can't Undo");
+}
+
+TEST_F(MainViewFrmTest, PicturesWithoutAFileOfTheirOwnAreUntitled)
+{
+    MainViewFrm w;
+    const QString photo = makeImage(QStringLiteral("kept.bmp"), Qt::red);
+    ASSERT_TRUE(w.openImage(photo));
+    run(w, "mnuNewImage");
+    EXPECT_EQ(w.document().currentFile(), "Untitled.BMP");
+    EXPECT_TRUE(QFileInfo(UntitledImagePath()).isFile());
+
+    // Neither browsing nor reloading reaches into the temporary folder.
+    prompts().clear();
+    run(w, "mnuBrowseNext");
+    run(w, "mnuReloadImage");
+    EXPECT_TRUE(prompts().calls.isEmpty()) << prompts().texts().join(u'|').toStdString();
+    EXPECT_EQ(w.document().currentFile(), "Untitled.BMP");
+    EXPECT_EQ(CurrentSettings().Recent[0], photo);
+    EXPECT_EQ(CurrentSettings().Recent[1], "");
+
+    // An imported picture is untitled too, with the imported file's name in the title.
+    const QByteArray header = QByteArray::fromHex("000002000000000000000000040003001820");
+    prompts().files = {writeFile(QStringLiteral("pics/in.tga"), header + QByteArray(36, 'x'))};
+    prompts().answers = {vbYes};
+    run(w, "mnuImportTGA");
+    EXPECT_EQ(w.document().currentFile(), "Untitled.BMP");
+    EXPECT_EQ(w.windowTitle(), "Kavori - [in.tga]");
+    EXPECT_EQ(QImage(UntitledImagePath(), "BMP").size(), QSize(4, 3));
+}
+
+TEST_F(MainViewFrmTest, PasteIntoASelectionAsksAboutStretching)
+{
+    MainViewFrm w;
+    w.resize(600, 400);
+    w.show();
+    ASSERT_TRUE(w.openImage(makeImage(QStringLiteral("base.bmp"), Qt::red, QSize(60, 40))));
+    QImage green(4, 4, QImage::Format_RGB32);
+    green.fill(Qt::green);
+    QApplication::clipboard()->setImage(green);
+
+    ImageView* view = w.imageView();
+    auto select = [view] {
+        const QPoint origin = view->drawnRect().topLeft();
+        QTest::mousePress(view->viewport(), Qt::LeftButton, {}, origin + QPoint(10, 10));
+        QTest::mouseMove(view->viewport(), origin + QPoint(40, 30));
+        QTest::mouseRelease(view->viewport(), Qt::LeftButton, {}, origin + QPoint(40, 30));
+        return view->selection();
+    };
+    const QRect area = select();
+    ASSERT_FALSE(area.isEmpty());
+    ASSERT_GT(area.width(), 8);
+
+    // Yes: stretched over the whole area, the rest untouched, one step to undo.
+    prompts().answers = {vbYes};
+    run(w, "mnuPaste");
+    EXPECT_EQ(prompts().texts(), QStringList({"Stretch clipboard data to fit the selected area?"}));
+    EXPECT_EQ(prompts().calls[0].style, vbYesNo + vbQuestion);
+    const QImage stretched = w.document().image();
+    EXPECT_EQ(stretched.size(), QSize(60, 40));
+    EXPECT_EQ(QColor(stretched.pixel(area.center())), QColor(Qt::green));
+    EXPECT_EQ(QColor(stretched.pixel(area.bottomRight() - QPoint(1, 1))), QColor(Qt::green));
+    EXPECT_EQ(QColor(stretched.pixel(0, 0)), QColor(Qt::red));
+    EXPECT_EQ(w.document().currentFile(), root() + "pics/base.bmp");
+    EXPECT_EQ(w.menus().action(QStringLiteral("mnuUndo"))->text(), "&Undo Paste");
+    run(w, "mnuUndo");
+    EXPECT_EQ(QColor(w.document().image().pixel(area.center())), QColor(Qt::red));
+
+    // No: placed at its own size in the corner of the area.
+    ASSERT_EQ(select(), area);
+    prompts().answers = {vbNo};
+    run(w, "mnuPaste");
+    const QImage placed = w.document().image();
+    EXPECT_EQ(QColor(placed.pixel(area.topLeft() + QPoint(1, 1))), QColor(Qt::green));
+    EXPECT_EQ(QColor(placed.pixel(area.topLeft() + QPoint(6, 6))), QColor(Qt::red));
+}
+
+TEST_F(MainViewFrmTest, OnlyOneFileYesAndRecentFilesAskAboutChanges)
+{
+    const QString alone = makeImage(QStringLiteral("alone.bmp"), Qt::red);
+    const QString other = root() + QStringLiteral("elsewhere/other.bmp");
+    writeFile(other, {});
+    QImage blue(8, 8, QImage::Format_RGB32);
+    blue.fill(Qt::blue);
+    ASSERT_TRUE(blue.save(other, "BMP"));
+
+    MainViewFrm w;
+    ASSERT_TRUE(w.openImage(other));
+    ASSERT_TRUE(w.openImage(alone));
+    prompts().clear();
+    prompts().answers = {vbYes};
+    prompts().files = {other};
+    run(w, "mnuBrowseNext");
+    EXPECT_EQ(prompts().texts(),
+              QStringList({"There is only one file in the current folder to browse.\r\n\r\n"
+                           "Use the Open Image dialog to select another folder?"}));
+    EXPECT_EQ(prompts().pickerCalls, QStringList({"openFile: Open Image"}));
+    EXPECT_EQ(w.document().currentFile(), other);
+
+    // The recent list now reads other, alone. A changed picture asks first; No keeps it.
+    run(w, "mnu90CW");
+    prompts().clear();
+    prompts().answers = {vbNo};
+    run(w, "mnuLast2");
+    EXPECT_EQ(
+        prompts().texts(),
+        QStringList({"The current file has not been saved.\r\n\r\nDiscard changes and continue?"}));
+    EXPECT_EQ(w.document().currentFile(), other);
+    EXPECT_TRUE(w.document().imageChanged());
+    prompts().answers = {vbYes};
+    run(w, "mnuLast2");
+    EXPECT_EQ(w.document().currentFile(), alone);
+    EXPECT_FALSE(w.document().imageChanged());
+}
+
+TEST_F(MainViewFrmTest, CommandLineRequestOverridesTheStartupDialog)
+{
+    CurrentSettings().StartupDialog = 1;
+    CurrentStartup().CommandLine = QStringLiteral("open");
+    MainViewFrm w;
+    EXPECT_EQ(w.startRequest(), 3);
+    w.runStartSequence();
+    EXPECT_EQ(prompts().pickerCalls, QStringList({"openFile: Open Image"}));
+    EXPECT_EQ(w.findChild<QDialog*>(QStringLiteral("frmAbout")), nullptr);
+
+    // Without a request the setting decides.
+    CurrentStartup().CommandLine.clear();
+    MainViewFrm plain;
+    plain.runStartSequence();
+    EXPECT_NE(plain.findChild<QDialog*>(QStringLiteral("frmAbout")), nullptr);
 }
