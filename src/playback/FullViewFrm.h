@@ -60,6 +60,8 @@ public:
     void runAction(PlayerAction action);
     // Ends the show: stops transitions, sounds and movies, and closes.
     void endShow();
+    // Escape and the window's close end a show the same way.
+    void reject() override;
 
     int currentSlide() const { return m_index; }
     bool isLoading() const { return m_loading; }
@@ -81,7 +83,6 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
-    void reject() override;
 
 private:
     void placeAnimation();

@@ -3,6 +3,7 @@
 #include "imaging/PictureLoader.h"
 #include "platform/AppPaths.h"
 #include "runtime/Random.h"
+#include "slideshow/SlideShowFile.h"
 #include "runtime/VbColor.h"
 
 #include <QPainter>
@@ -70,9 +71,14 @@ QRect SlidePictureRect(const QSize& drawn, const QSize& screen, const Slide& sli
 
 QString SlidePicturePath(const QString& file, const QString& showPath)
 {
-    if (file.isEmpty() || IsFullPath(file) || showPath.isEmpty())
+    if (file.isEmpty() || showPath.isEmpty())
         return file;
-    return FolderOf(showPath) + file;
+    // Shows carried from another machine find their pictures beside them; a picture found
+    // nowhere keeps its name, which the message then shows.
+    const QString found = FindShowFile(file, FolderOf(showPath));
+    if (!found.isEmpty())
+        return found;
+    return IsFullPath(file) ? file : FolderOf(showPath) + file;
 }
 
 QImage DecodeSlidePicture(const QString& path, const QSize& screen, const Slide& slide)

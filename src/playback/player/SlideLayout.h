@@ -37,7 +37,8 @@ QSize SlidePictureSize(const QSize& picture, const QSize& screen, bool enlarge, 
 // places are SlidePosX and SlidePosY in screen pixels.
 QRect SlidePictureRect(const QSize& drawn, const QSize& screen, const Slide& slide);
 
-// A slide's file as a path to open: names without a folder are found beside the show.
+// A slide's file as a path to open: names without a folder, and names whose folder is on
+// another machine, are found beside the show.
 QString SlidePicturePath(const QString& file, const QString& showPath);
 
 // Reads a slide's picture at its drawn size (decoding no more than needed). Null when it

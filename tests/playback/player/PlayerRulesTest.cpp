@@ -294,3 +294,22 @@ TEST_F(PlayerRulesTest, BouncingDriftsBySpeedTimesFiftyAndTurnsAtTheEdges)
     EXPECT_TRUE(turnedBackX);
     EXPECT_TRUE(turnedY);
 }
+
+TEST_F(PlayerRulesTest, SlideFilesAreFoundBesideTheirShow)
+{
+    const QString show = writeFile(QStringLiteral("trip/Trip.KAV"), "x");
+    const QString beside = writeFile(QStringLiteral("trip/beach.jpg"), "x");
+    EXPECT_EQ(SlidePicturePath(QStringLiteral("beach.jpg"), show), beside);
+    // Written on another machine: the folder is gone, the file lies beside the show.
+    EXPECT_EQ(SlidePicturePath(QStringLiteral("C:\\Photos\\beach.jpg"), show), beside);
+    EXPECT_EQ(SlidePicturePath(QStringLiteral("/elsewhere/beach.jpg"), show), beside);
+    EXPECT_EQ(SlidePicturePath(beside, show), beside);
+    // Not found anywhere: the name stays for the message, relative ones beside the show.
+    EXPECT_EQ(SlidePicturePath(QStringLiteral("gone.jpg"), show),
+              root() + QStringLiteral("trip/gone.jpg"));
+    EXPECT_EQ(SlidePicturePath(QStringLiteral("/elsewhere/gone.jpg"), show),
+              QStringLiteral("/elsewhere/gone.jpg"));
+    // A show not read from a file leaves names alone.
+    EXPECT_EQ(SlidePicturePath(QStringLiteral("beach.jpg"), QString()),
+              QStringLiteral("beach.jpg"));
+}
