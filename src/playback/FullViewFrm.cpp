@@ -204,6 +204,7 @@ void FullViewFrm::PlayShow(const PlayerStart& start)
     m_ended = false;
     m_paused = false;
     m_index = IndexBefore(start.firstSlide);
+    m_nextRandom = -1;
     m_decoder.setScreen(screenPixels());
     m_screen = QImage(screenPixels(), QImage::Format_RGB32);
     m_screen.fill(Qt::black);
@@ -258,6 +259,8 @@ void FullViewFrm::showSlide(int target)
     bool restarted = false; // the show came round to its start
     if (target >= 0) {
         m_index = std::min(target, count - 1);
+    } else if (s.RandomSlides && m_nextRandom >= 0 && m_nextRandom < count) {
+        m_index = m_nextRandom; // drawn when the slide before came up, and read since
     } else {
         const NextSlide next =
             ChooseNextSlide(m_index, count, s.RandomSlides, s.LoopSlideShow, m_start.screenSaver);
@@ -269,6 +272,7 @@ void FullViewFrm::showSlide(int target)
         restarted = !s.RandomSlides && next.index == 0 && m_index >= 0;
         m_index = next.index;
     }
+    m_nextRandom = -1;
     Slide slide = show.slides.at(m_index);
     slide.SlideFile = SlidePicturePath(slide.SlideFile, show.path);
 
@@ -351,6 +355,7 @@ void FullViewFrm::presentSlide(qint16 transition, bool useEngine)
 {
     TransitionFlags& flags = Transitions();
     flags.TransitionStop = false;
+    Q_EMIT slideReady();
     if (!useEngine) {
         // The plain path: the new picture replaces the old one at once.
         std::swap(m_screen, m_compose);
@@ -452,17 +457,27 @@ void FullViewFrm::readAhead()
     const SlideShow& show = CurrentShow();
     const Settings& s = CurrentSettings();
     const int count = int(show.slides.size());
-    // A random pick cannot be foreseen; it is read when it is drawn.
-    if (s.RandomSlides || count == 0)
+    if (count == 0)
         return;
-    QVector<Slide> ahead;
-    for (int step = 1; step <= 2 && step < count + 1; ++step) {
-        int index = m_index + step;
-        if (index >= count) {
-            if (!s.LoopSlideShow && !m_start.screenSaver)
-                break;
-            index -= count;
+    // In order the next two slides are read; at random the next pick is drawn now (each tick
+    // still draws afresh, only earlier) so that it can be read too.
+    QVector<int> next;
+    if (s.RandomSlides) {
+        m_nextRandom = ChooseNextSlide(m_index, count, true, true, true).index;
+        next << m_nextRandom;
+    } else {
+        for (int step = 1; step <= 2 && step < count + 1; ++step) {
+            int index = m_index + step;
+            if (index >= count) {
+                if (!s.LoopSlideShow && !m_start.screenSaver)
+                    break;
+                index -= count;
+            }
+            next << index;
         }
+    }
+    QVector<Slide> ahead;
+    for (int index : std::as_const(next)) {
         Slide slide = show.slides.at(index);
         slide.SlideFile = SlidePicturePath(slide.SlideFile, show.path);
         if (!IsMovieFile(slide.SlideFile))

@@ -76,6 +76,10 @@ public:
     ShowMedia& media() { return *m_media; }
     SlideDecoder& decoder() { return m_decoder; }
 
+Q_SIGNALS:
+    // The next slide is ready and is about to go on the screen, by its transition or at once.
+    void slideReady();
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -111,6 +115,7 @@ private:
     bool m_playing = false;
     PlayerStart m_start;
     int m_index = -1;
+    int m_nextRandom = -1; // the random pick of the next tick, read ahead
     bool m_loading = false;
     bool m_paused = false;
     bool m_ended = false;

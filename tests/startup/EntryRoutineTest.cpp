@@ -115,6 +115,8 @@ TEST_F(EntryRoutineTest, ModesThatEndTheProcess)
     ResetStartup();
     EXPECT_EQ(RunEntryRoutine({show}), 0);
     EXPECT_TRUE(CurrentStartup().StartedFromShow);
+    // The player ran it: its one picture is missing, so it said so and the show ended.
+    EXPECT_TRUE(prompts().texts().last().startsWith(QStringLiteral("Unable to view slide:")));
     EXPECT_EQ(QDir::currentPath() + u'/', root() + QStringLiteral("shows/"));
 
     EXPECT_EQ(windowsNamed("MainViewFrm"), 0);
