@@ -10,6 +10,7 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -76,11 +77,17 @@ void ScreenshotShowIfAsked()
     poll->setInterval(50);
     auto save = [folder](QWidget* window, const char* name) {
         const QString path = folder + QStringLiteral("/") + QString::fromLatin1(name);
-        const bool saved = window->grab().save(path, "PNG");
+        // Taken from the screen, so that a movie playing in its own native window shows too.
+        QPixmap shot = window->screen()->grabWindow(window->winId());
+        if (shot.isNull())
+            shot = window->grab();
+        const bool saved = shot.save(path, "PNG");
         std::fprintf(stderr, "%s %s\n", saved ? "Screenshot saved to" : "Could not save",
                      qPrintable(path));
     };
-    QObject::connect(poll, &QTimer::timeout, qApp, [poll, state, save] {
+    // $KAVORI_SCREENSHOT_SLIDES asks for more slides than two.
+    const int slides = std::max(2, qEnvironmentVariableIntValue("KAVORI_SCREENSHOT_SLIDES"));
+    QObject::connect(poll, &QTimer::timeout, qApp, [poll, state, save, slides] {
         FullViewFrm* player = nullptr;
         for (QWidget* w : QApplication::topLevelWidgets())
             if (auto* p = qobject_cast<FullViewFrm*>(w); p && p->isVisible() && p->isPlaying())
@@ -106,15 +113,22 @@ void ScreenshotShowIfAsked()
         // A second on the slide lets its description settle.
         if (++state->settled != 20)
             return;
+        if (state->saved == 1)
+            state->saved = 2; // the slide came without a transition to photograph
         if (state->saved == 0) {
             save(player, "slide-1.png");
             state->saved = 1;
             player->runAction(PlayerAction::Next);
-        } else if (state->saved == 2) {
-            save(player, "slide-2.png");
-            poll->stop();
-            std::fflush(stderr);
-            std::_Exit(0);
+        } else if (state->saved >= 2) {
+            const int slide = state->saved;
+            save(player, QStringLiteral("slide-%1.png").arg(slide).toLatin1().constData());
+            if (slide >= slides) {
+                poll->stop();
+                std::fflush(stderr);
+                std::_Exit(0);
+            }
+            ++state->saved;
+            player->runAction(PlayerAction::Next);
         }
     });
     poll->start();

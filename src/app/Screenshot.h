@@ -11,7 +11,8 @@ void ScreenshotFirstWindowIfAsked();
 
 // When $KAVORI_SCREENSHOT_SHOW names a folder, a show that plays is photographed there: its
 // first slide (slide-1.png), a frame in the middle of the next transition (transition.png)
-// and the second slide (slide-2.png); then the program quits.
+// and the second slide (slide-2.png), and with $KAVORI_SCREENSHOT_SLIDES=N the slides up to N;
+// then the program quits.
 void ScreenshotShowIfAsked();
 
 } // namespace kavori
