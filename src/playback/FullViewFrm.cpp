@@ -142,11 +142,14 @@ void FullViewFrm::paintEvent(QPaintEvent*)
 {
     QPainter painter(this);
     if (m_playing) {
+        // The screen pictures are in device pixels; the clip keeps the drawing to what changed.
         const QImage& shown = m_canvas ? m_canvas->destination() : m_screen;
         if (shown.isNull())
             painter.fillRect(rect(), Qt::black);
+        else if (shown.size() == size())
+            painter.drawImage(QPoint(0, 0), shown);
         else
-            painter.drawImage(QPoint(0, 0), shown); // the clip keeps this to what changed
+            painter.drawImage(QRectF(rect()), shown);
         return;
     }
     painter.fillRect(rect(), Qt::black);
@@ -175,7 +178,6 @@ void FullViewFrm::resizeEvent(QResizeEvent* event)
             QPainter painter(&screen);
             painter.drawImage(QPoint(0, 0), m_screen);
         }
-        screen.setDevicePixelRatio(devicePixelRatioF());
         m_screen = screen;
         m_compose = QImage();
     }
@@ -208,7 +210,6 @@ void FullViewFrm::PlayShow(const PlayerStart& start)
     m_decoder.setScreen(screenPixels());
     m_screen = QImage(screenPixels(), QImage::Format_RGB32);
     m_screen.fill(Qt::black);
-    m_screen.setDevicePixelRatio(devicePixelRatioF());
     Transitions().TransitionStop = false;
     Transitions().TransitionSkip = false;
     buildToolbar();
@@ -305,7 +306,6 @@ void FullViewFrm::showSlide(int target)
     }
     if (m_compose.size() != m_screen.size()) {
         m_compose = QImage(m_screen.size(), QImage::Format_RGB32);
-        m_compose.setDevicePixelRatio(devicePixelRatioF());
     }
     const QRect rect = SlidePictureRect(picture.size(), m_compose.size(), slide);
     ComposeSlide(m_compose, picture, rect, slide,
@@ -388,8 +388,6 @@ void FullViewFrm::presentSlide(qint16 transition, bool useEngine)
     m_canvas = nullptr;
     m_screen = canvas.takeDestination();
     m_compose = canvas.takeSource();
-    m_screen.setDevicePixelRatio(ratio);
-    m_compose.setDevicePixelRatio(ratio);
 }
 
 void FullViewFrm::startAnimation(const QString& file, const QRect& rect)

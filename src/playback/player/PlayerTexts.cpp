@@ -13,8 +13,9 @@ QString SlideInfoLine(const QString& file, const QString& description, bool show
     if (showFileNames) {
         if (!showDescription)
             return file;
-        return file + QStringLiteral(" <--> ") +
-               (description.isEmpty() ? QStringLiteral("No Description Available") : description);
+        if (description.isEmpty())
+            return file + QStringLiteral(" <--> No Description Available");
+        return file + QStringLiteral(" <--> ") + description;
     }
     // A description of its own is drawn over the picture instead.
     if (showDescription && description.isEmpty())
