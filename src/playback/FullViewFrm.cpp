@@ -82,7 +82,7 @@ FullViewFrm::FullViewFrm(QWidget* parent) : QDialog(parent, Qt::FramelessWindowH
     connect(m_timerDesc, &QTimer::timeout, this, &FullViewFrm::TimerDesc_Timer);
     m_timerMouse = makeTimer(this, "TimerMouse");
     m_timerMouse->setInterval(kMouseCheckMs);
-    connect(m_timerMouse, &QTimer::timeout, this, &FullViewFrm::checkMouseMoved);
+    connect(m_timerMouse, &QTimer::timeout, this, &FullViewFrm::TimerMouse_Timer);
 
     if (const QScreen* screen = QGuiApplication::primaryScreen())
         setGeometry(screen->geometry());
@@ -699,7 +699,7 @@ void FullViewFrm::closeEvent(QCloseEvent* event)
     QDialog::closeEvent(event);
 }
 
-void FullViewFrm::checkMouseMoved()
+void FullViewFrm::TimerMouse_Timer()
 {
     const QPoint moved = QCursor::pos() - m_mouseStart;
     if (moved.manhattanLength() > MouseMoveThreshold(CurrentSettings().MouseSensitivity))

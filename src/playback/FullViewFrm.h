@@ -56,6 +56,8 @@ public:
     void SlideTimer_Timer();
     // One step of the description's movement.
     void TimerDesc_Timer();
+    // The screen saver's look at the mouse: moved far enough, the show ends.
+    void TimerMouse_Timer();
     // What a key or click does.
     void runAction(PlayerAction action);
     // Ends the show: stops transitions, sounds and movies, and closes.
@@ -105,7 +107,6 @@ private:
     void togglePause();
     void removeSlide();
     void goToSlide();
-    void checkMouseMoved();
     void buildToolbar();
 
     QImage m_image;

@@ -14,6 +14,7 @@
 #include "support/KavoriTest.h"
 
 #include <QCoreApplication>
+#include <QCursor>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QTest>
@@ -439,6 +440,17 @@ TEST_F(PlayerTest, ScreenSaverEndsOnAKeyAndNeverByItself)
     key(*player, Qt::Key_A);
     EXPECT_FALSE(player->isVisible());
     EXPECT_FALSE(timer(*player, "TimerMouse")->isActive());
+
+    // A small movement of the mouse is forgiven, a larger one ends the saver.
+    CurrentSettings().MouseSensitivity = 20; // 4 pixels
+    QCursor::setPos(100, 100);
+    player = start(saver);
+    QCursor::setPos(102, 101);
+    player->TimerMouse_Timer();
+    EXPECT_TRUE(player->isVisible());
+    QCursor::setPos(110, 100);
+    player->TimerMouse_Timer();
+    EXPECT_FALSE(player->isVisible());
 }
 
 TEST_F(PlayerTest, SlideSoundsAndMoviesPlayThroughTheMediaLayer)
