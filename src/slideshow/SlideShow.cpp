@@ -1,7 +1,7 @@
 #include "SlideShow.h"
 
 #include "settings/Settings.h"
-#include "startup/StartupState.h"
+#include "platform/StartupState.h"
 
 namespace kavori {
 

@@ -11,7 +11,7 @@
 #include "runtime/WaitDialog.h"
 #include "settings/RecentShows.h"
 #include "settings/Settings.h"
-#include "startup/StartupState.h"
+#include "platform/StartupState.h"
 
 #include <QDir>
 #include <QFile>

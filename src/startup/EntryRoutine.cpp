@@ -3,7 +3,7 @@
 #include "CommandLine.h"
 #include "Modes.h"
 #include "StartupChecks.h"
-#include "StartupState.h"
+#include "platform/StartupState.h"
 #include "WaitFrm.h"
 #include "imaging/ImageTypes.h"
 #include "platform/AppPaths.h"

@@ -1,6 +1,6 @@
 #include "StartupChecks.h"
 
-#include "StartupState.h"
+#include "platform/StartupState.h"
 #include "WaitFrm.h"
 #include "platform/AppPaths.h"
 #include "platform/Display.h"

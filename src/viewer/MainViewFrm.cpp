@@ -33,7 +33,7 @@
 #include "slideshow/BonusPack.h"
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
-#include "startup/StartupState.h"
+#include "platform/StartupState.h"
 #include "startup/WaitFrm.h"
 
 #include <QAction>

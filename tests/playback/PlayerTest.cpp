@@ -10,7 +10,7 @@
 #include "settings/Settings.h"
 #include "slideshow/DescriptionFile.h"
 #include "slideshow/SlideShow.h"
-#include "startup/StartupState.h"
+#include "platform/StartupState.h"
 #include "support/KavoriTest.h"
 
 #include <QCoreApplication>

@@ -5,7 +5,7 @@
 #include "runtime/WaitDialog.h"
 #include "settings/Settings.h"
 #include "slideshow/SlideShow.h"
-#include "startup/StartupState.h"
+#include "platform/StartupState.h"
 #include "support/KavoriTest.h"
 
 #include <QFileInfo>

@@ -8,7 +8,7 @@
 #include "settings/Settings.h"
 #include "settings/SettingsCatalogue.h"
 #include "startup/CommandLine.h"
-#include "startup/StartupState.h"
+#include "platform/StartupState.h"
 #include "support/KavoriTest.h"
 #include "viewer/MainViewFrm.h"
 

@@ -5,7 +5,7 @@
 #include "runtime/MsgBox.h"
 #include "settings/IniStore.h"
 #include "settings/Settings.h"
-#include "startup/StartupState.h"
+#include "platform/StartupState.h"
 #include "support/KavoriTest.h"
 
 using namespace kavori;

@@ -6,7 +6,7 @@
 #include "settings/IniStore.h"
 #include "settings/Settings.h"
 #include "settings/SettingsCatalogue.h"
-#include "startup/StartupState.h"
+#include "platform/StartupState.h"
 #include "support/KavoriTest.h"
 #include "viewer/ImageView.h"
 

@@ -12,7 +12,7 @@
 #include "runtime/Random.h"
 #include "settings/Settings.h"
 #include "slideshow/SlideShow.h"
-#include "startup/StartupState.h"
+#include "platform/StartupState.h"
 
 #include <QTimer>
 #include <QWidget>

@@ -4,7 +4,8 @@
 
 namespace kavori {
 
-// What the entry routine learns once at start and everything else reads.
+// What the entry routine learns once at start and everything else reads. It lives below every
+// subsystem so that documents and playback can read it without knowing the entry routine.
 struct StartupState {
     QString CommandLine;   // the working command line, rewritten as prefixes are stripped
     QString EditFile;      // slide show to open in the editor once the main window is up
