@@ -15,6 +15,7 @@
 #include "settings/Settings.h"
 #include "settings/SettingsCatalogue.h"
 #include "slideshow/DescriptionFile.h"
+#include "slideshow/SlideList.h"
 #include "slideshow/SlideShow.h"
 
 #include <QAction>

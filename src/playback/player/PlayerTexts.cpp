@@ -2,6 +2,7 @@
 
 #include "runtime/Format.h"
 #include "runtime/MsgBox.h"
+#include "slideshow/SlideList.h"
 
 #include <QFontMetrics>
 
@@ -41,15 +42,6 @@ QString FitInfoLine(const QString& line, const QFontMetrics& metrics, int width)
     }
     keep = low;
     return line.left(keep) + dots;
-}
-
-QString SlideCountText(int count)
-{
-    if (count == 0)
-        return QStringLiteral("Zero slides (images) total...");
-    if (count == 1)
-        return QStringLiteral("One slide (image) total...");
-    return Format(count, QStringLiteral("###,##0")) + QStringLiteral(" slides (images) total...");
 }
 
 QString SlidePositionText(int index, int count)

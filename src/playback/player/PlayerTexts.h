@@ -14,10 +14,8 @@ QString SlideInfoLine(const QString& file, const QString& description, bool show
 // The line cut to fit width, ending in "..." when cut.
 QString FitInfoLine(const QString& line, const QFontMetrics& metrics, int width);
 
-// Which slide of the show is up: "Slide 3 of " and the count text.
+// Which slide of the show is up: "Slide 3 of " and the count text of the show's slides.
 QString SlidePositionText(int index, int count);
-// "Zero slides (images) total...", "One slide (image) total..." or the count.
-QString SlideCountText(int count);
 
 // The Delete key's question, and its refusal on the last slide.
 QString RemoveSlideQuestion(const QString& file);

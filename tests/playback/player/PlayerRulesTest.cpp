@@ -103,9 +103,8 @@ TEST_F(PlayerRulesTest, FileNameAndDescriptionLine)
     EXPECT_GT(metrics.horizontalAdvance(cut + u'w'), 300 - metrics.horizontalAdvance(u'w'));
     EXPECT_EQ(FitInfoLine(QStringLiteral("short"), metrics, 300), QStringLiteral("short"));
 
-    EXPECT_EQ(SlideCountText(0), QStringLiteral("Zero slides (images) total..."));
-    EXPECT_EQ(SlideCountText(1), QStringLiteral("One slide (image) total..."));
-    EXPECT_EQ(SlideCountText(1234), QStringLiteral("1,234 slides (images) total..."));
+    EXPECT_EQ(SlidePositionText(2, 1234),
+              QStringLiteral("Slide 3 of 1,234 slides (images) total..."));
     EXPECT_EQ(PauseHint(false), QStringLiteral("PAUSE slide show.  (P Key)"));
     EXPECT_EQ(PauseHint(true), QStringLiteral("RESUME slide show.  (P Key)"));
 }
