@@ -20,6 +20,8 @@
 #include "platform/TickCount.h"
 #include "platform/Twips.h"
 #include "platform/UserSettings.h"
+#include "editor/EditorCommands.h"
+#include "editor/SlideLoadFrm.h"
 #include "playback/FullViewFrm.h"
 #include "playback/PlaybackCommands.h"
 #include "runtime/DoEvents.h"
@@ -99,6 +101,7 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
         m_menus.action(QString::fromLatin1(name))->setVisible(false);
     connectCommands();
     ConnectPlaybackCommands(this);
+    ConnectEditorCommands(this);
 
     m_statusText = new QLabel(this);
     m_statusText->setObjectName(QStringLiteral("lblStatus"));
@@ -472,6 +475,11 @@ void MainViewFrm::runStartSequence()
     if (!alive || m_ending)
         return;
     const StartupState& start = CurrentStartup();
+    // A show to edit was named on the command line: the editor opens with it, nothing else.
+    if (!start.EditFile.isEmpty()) {
+        OpenSlideShowEditor(this, start.EditFile);
+        return;
+    }
     if (start.ShowDisplayProperties)
         showDisplaySettings();
     if (start.LoadStart != -1)
@@ -489,12 +497,15 @@ void MainViewFrm::runStartSequence()
     else if (start.CommandLine.isEmpty() && IsImageFile(CurrentSettings().DefaultImage))
         openImage(CurrentSettings().DefaultImage);
 
-    // The request: the command line's, else the one the settings choose; the slide show
-    // editor and the thumbnails are subsystems of their own, not part of this window yet.
+    // The request: the command line's, else the one the settings choose; the thumbnails are a
+    // subsystem of their own, not part of this window yet.
     const qint16 request = m_startRequest != 0 ? m_startRequest : CurrentSettings().StartupDialog;
     switch (request) {
     case 1:
         showAbout();
+        break;
+    case 2:
+        OpenSlideShowEditor(this);
         break;
     case 3:
         openDialog();

@@ -1,0 +1,672 @@
+#include "SlideLoadFrm.h"
+
+#include "ExitFrm.h"
+#include "SlideListModel.h"
+#include "frmSlideDup.h"
+#include "platform/AppPaths.h"
+#include "platform/UserSettings.h"
+#include "playback/FullViewFrm.h"
+#include "runtime/MsgBox.h"
+#include "runtime/Prompts.h"
+#include "runtime/WaitDialog.h"
+#include "settings/Settings.h"
+#include "settings/SettingsCatalogue.h"
+#include "slideshow/SlideShow.h"
+#include "slideshow/SlideShowFile.h"
+
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QFileSystemModel>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListView>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSplitter>
+#include <QStorageInfo>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+namespace kavori {
+
+namespace {
+
+const char kUntitled[] = "Untitled.KAV";
+
+QStringList slideFilePatterns()
+{
+    QStringList patterns;
+    for (const char* ext :
+         {"bmp", "dib", "gif", "jpg", "jif",  "jpe", "jpeg", "wmf", "emf", "ico", "cur",
+          "rle", "avi", "mpg", "mpe", "mpeg", "mpa", "enc",  "mov", "qt",  "m1v", "mp2"})
+        patterns << QStringLiteral("*.") + QString::fromLatin1(ext);
+    return patterns;
+}
+
+QString showFilter()
+{
+    return QStringLiteral("Kavori Slide Shows (*.kav *.KAV *.Kav);;All files (*)");
+}
+
+bool named()
+{
+    const QString& path = CurrentShow().path;
+    return !path.isEmpty() &&
+           FileNameOf(path).compare(QLatin1String(kUntitled), Qt::CaseInsensitive) != 0;
+}
+
+} // namespace
+
+QString SlideLoadFrm::Title(const QString& function)
+{
+    return AppTitle() + QStringLiteral(" - [") +
+           (function.isEmpty() ? QStringLiteral("Slide Show Editor") : function) + u']';
+}
+
+SlideLoadFrm::SlideLoadFrm(QWidget* parent) : QDialog(parent)
+{
+    setObjectName(QStringLiteral("SlideLoadFrm"));
+    setWindowTitle(Title());
+    setAcceptDrops(true);
+    buildSource();
+    buildList();
+
+    auto* splitter = new QSplitter(this);
+    auto* left = new QWidget(splitter);
+    auto* leftLayout = new QVBoxLayout(left);
+    leftLayout->setContentsMargins(0, 0, 0, 0);
+    leftLayout->addWidget(m_folder);
+    leftLayout->addWidget(m_dirs, 2);
+    leftLayout->addWidget(m_files, 3);
+    auto* right = new QWidget(splitter);
+    auto* rightLayout = new QVBoxLayout(right);
+    rightLayout->setContentsMargins(0, 0, 0, 0);
+    rightLayout->addWidget(new QLabel(QStringLiteral("View List:"), right));
+    rightLayout->addWidget(m_list, 1);
+    rightLayout->addWidget(m_count);
+    splitter->addWidget(left);
+    splitter->addWidget(right);
+    splitter->setStretchFactor(1, 1);
+
+    auto* layout = new QVBoxLayout(this);
+    buildMenus();
+    layout->setMenuBar(findChild<QMenuBar*>());
+    layout->addWidget(splitter, 1);
+    buildButtons();
+    resize(900, 600);
+
+    const Settings& s = CurrentSettings();
+    setSourceFolder(s.FavoriteFolder.isEmpty() ? PathNoCase(AppPath(), QStringLiteral("Slides"))
+                                               : s.FavoriteFolder);
+    refreshList();
+}
+
+SlideLoadFrm::~SlideLoadFrm() = default;
+
+void SlideLoadFrm::buildSource()
+{
+    m_dirModel = new QFileSystemModel(this);
+    m_dirModel->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot);
+    m_dirModel->setRootPath(QDir::rootPath());
+    m_dirs = new QTreeView(this);
+    m_dirs->setObjectName(QStringLiteral("Dir1"));
+    m_dirs->setModel(m_dirModel);
+    m_dirs->setHeaderHidden(true);
+    for (int column = 1; column < m_dirModel->columnCount(); ++column)
+        m_dirs->hideColumn(column);
+    connect(m_dirs, &QTreeView::clicked, this,
+            [this](const QModelIndex& index) { setSourceFolder(m_dirModel->filePath(index)); });
+
+    m_folder = new QComboBox(this);
+    m_folder->setObjectName(QStringLiteral("Drive1"));
+    m_folder->setEditable(true);
+    for (const QStorageInfo& volume : QStorageInfo::mountedVolumes())
+        if (volume.isValid() && volume.isReady())
+            m_folder->addItem(volume.rootPath());
+    connect(m_folder, &QComboBox::textActivated, this, [this](const QString& folder) {
+        if (QFileInfo(folder).isDir())
+            setSourceFolder(folder);
+    });
+
+    // The folder is read by the model on its own thread: a folder of thousands of files never
+    // holds the window up.
+    m_fileModel = new QFileSystemModel(this);
+    m_fileModel->setFilter(QDir::Files);
+    m_fileModel->setNameFilters(slideFilePatterns());
+    m_fileModel->setNameFilterDisables(false);
+    m_files = new QListView(this);
+    m_files->setObjectName(QStringLiteral("File1"));
+    m_files->setModel(m_fileModel);
+    m_files->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_files->setUniformItemSizes(true);
+    connect(m_files, &QListView::doubleClicked, this, [this] { addSelected(); });
+}
+
+void SlideLoadFrm::buildList()
+{
+    m_model = new SlideListModel(this);
+    m_list = new QListView(this);
+    m_list->setObjectName(QStringLiteral("ViewList"));
+    m_list->setModel(m_model);
+    m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    m_list->setUniformItemSizes(true);
+    m_list->setLayoutMode(QListView::Batched);
+    m_count = new QLabel(this);
+    m_count->setObjectName(QStringLiteral("lblCount"));
+}
+
+void SlideLoadFrm::buildButtons()
+{
+    auto* grid = new QGridLayout;
+    int column = 0;
+    int row = 0;
+    auto add = [&](const char* name, const QString& caption, auto&& slot) {
+        auto* button = new QPushButton(caption, this);
+        button->setObjectName(QString::fromLatin1(name));
+        connect(button, &QPushButton::clicked, this, slot);
+        grid->addWidget(button, row, column);
+        if (++column == 7) {
+            column = 0;
+            ++row;
+        }
+        return button;
+    };
+    add("CmdAdd", QStringLiteral("&Add"), [this] { addSelected(); });
+    add("CmdAddAll", QStringLiteral("Add A&ll"), [this] { addAll(); });
+    add("CmdRemove", QStringLiteral("&Remove"), [this] { removeSelected(); });
+    add("CmdRemoveAll", QStringLiteral("Remo&ve All"), [this] { removeAll(); });
+    add("CmdUp1", QStringLiteral("Move &Up"), [this] { move(MoveKind::Up); });
+    add("CmdDown1", QStringLiteral("Move &Down"), [this] { move(MoveKind::Down); });
+    add("CmdPreview", QStringLiteral("Pre&view"), [this] {
+        const QVector<int> lines = selectedLines();
+        play(lines.isEmpty() ? 0 : lines.first());
+    });
+    add("CmdLoad", QStringLiteral("L&oad..."), [this] { load(); });
+    add("CmdSave", QStringLiteral("&Save"), [this] { save(); });
+    add("CmdSaveAs", QStringLiteral("Save &As..."), [this] { saveAs(); });
+    add("CmdOK", QStringLiteral("&View Show"), [this] { play(0); });
+    add("CmdCancel", QStringLiteral("&Close"), [this] { close(); });
+    static_cast<QBoxLayout*>(layout())->addLayout(grid);
+}
+
+void SlideLoadFrm::buildMenus()
+{
+    auto* bar = new QMenuBar(this);
+    auto action = [this](QMenu* menu, const char* name, const QString& caption, auto&& slot) {
+        QAction* a = menu->addAction(caption);
+        a->setObjectName(QString::fromLatin1(name));
+        connect(a, &QAction::triggered, this, slot);
+        return a;
+    };
+    QMenu* file = bar->addMenu(QStringLiteral("&File"));
+    action(file, "mnuLoadShow", QStringLiteral("&Load Slide Show..."), [this] { load(); });
+    action(file, "mnuSaveShow", QStringLiteral("&Save Slide Show"), [this] { save(); });
+    action(file, "mnuSaveShowAs", QStringLiteral("Save Slide Show &As..."), [this] { saveAs(); });
+    action(file, "mnuRenameShow", QStringLiteral("Re&name Slide Show..."),
+           [this] { renameShow(); });
+    file->addSeparator();
+    action(file, "mnuClose", QStringLiteral("&Close"), [this] { close(); });
+
+    QMenu* list = bar->addMenu(QStringLiteral("&View List"));
+    action(list, "mnuMoveFileUp", QStringLiteral("Move &Up"), [this] { move(MoveKind::Up); });
+    action(list, "mnuMoveFileDown", QStringLiteral("Move &Down"), [this] { move(MoveKind::Down); });
+    action(list, "mnuMoveToTop", QStringLiteral("Move to &Top"), [this] { move(MoveKind::Top); });
+    action(list, "mnuMoveToBottom", QStringLiteral("Move to &Bottom"),
+           [this] { move(MoveKind::Bottom); });
+    list->addSeparator();
+    action(list, "mnuRandomizeOrder", QStringLiteral("&Randomize Order"), [this] { randomize(); });
+    action(list, "mnuReverseOrder", QStringLiteral("Re&verse Order"), [this] { reverse(); });
+    list->addSeparator();
+    action(list, "mnuCheckDuplicate", QStringLiteral("Check for Du&plicate Slides..."),
+           [this] { checkDuplicates(); });
+    action(list, "mnuRemoveMissing", QStringLiteral("Remove &Missing Slides..."),
+           [this] { checkMissing(true); });
+    action(list, "mnuSelectMissing", QStringLiteral("&Select Missing Slides..."),
+           [this] { checkMissing(false); });
+
+    QMenu* show = bar->addMenu(QStringLiteral("&Play"));
+    action(show, "mnuStartShow", QStringLiteral("&Start Slide Show"), [this] { play(0); });
+    action(show, "mnuStartAtSelected", QStringLiteral("Start at Se&lected Slide"), [this] {
+        const QVector<int> lines = selectedLines();
+        play(lines.isEmpty() ? 0 : lines.first());
+    });
+    action(show, "mnuStartLastShown", QStringLiteral("Start at Last &Shown Slide"), [this] {
+        if (CurrentShow().changed) {
+            MsgBox(QStringLiteral("The current slide show has changed, unable to start at the "
+                                  "last shown slide..."),
+                   vbExclamation, Title());
+            return;
+        }
+        play(CurrentSettings().ImageLastDisplayed);
+    });
+}
+
+void SlideLoadFrm::setSourceFolder(const QString& folder)
+{
+    const QString path = QDir(folder).absolutePath();
+    m_fileModel->setRootPath(path);
+    m_files->setRootIndex(m_fileModel->index(path));
+    m_dirs->setCurrentIndex(m_dirModel->index(path));
+    m_folder->setEditText(QDir::toNativeSeparators(path));
+}
+
+QString SlideLoadFrm::sourceFolder() const
+{
+    return m_fileModel->rootPath();
+}
+
+QStringList SlideLoadFrm::allSourceFiles() const
+{
+    QStringList files;
+    const QModelIndex root = m_files->rootIndex();
+    const int rows = m_fileModel->rowCount(root);
+    for (int row = 0; row < rows; ++row) {
+        const QModelIndex index = m_fileModel->index(row, 0, root);
+        if (!m_fileModel->isDir(index))
+            files << m_fileModel->filePath(index);
+    }
+    return files;
+}
+
+QStringList SlideLoadFrm::selectedSourceFiles() const
+{
+    QModelIndexList chosen = m_files->selectionModel()->selectedIndexes();
+    std::sort(chosen.begin(), chosen.end(),
+              [](const QModelIndex& a, const QModelIndex& b) { return a.row() < b.row(); });
+    QStringList files;
+    for (const QModelIndex& index : chosen)
+        files << m_fileModel->filePath(index);
+    return files;
+}
+
+QVector<int> SlideLoadFrm::selectedLines() const
+{
+    QVector<int> lines;
+    for (const QModelIndex& index : m_list->selectionModel()->selectedIndexes())
+        lines << index.row();
+    std::sort(lines.begin(), lines.end());
+    return lines;
+}
+
+void SlideLoadFrm::selectLines(const QVector<int>& lines)
+{
+    QItemSelection selection;
+    for (int line : lines) {
+        const QModelIndex index = m_model->index(line);
+        selection.select(index, index);
+    }
+    m_list->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    if (!lines.isEmpty())
+        m_list->scrollTo(m_model->index(lines.first()));
+}
+
+QString SlideLoadFrm::countText() const
+{
+    return m_count->text();
+}
+
+void SlideLoadFrm::refreshList()
+{
+    m_model->reload();
+    m_count->setText(SlideCountText(int(CurrentShow().slides.size())));
+}
+
+void SlideLoadFrm::apply(const ListResult& result)
+{
+    if (result.changed)
+        refreshList();
+    if (!result.selection.isEmpty())
+        selectLines(result.selection);
+    if (!result.message.isEmpty())
+        MsgBox(result.message, result.changed ? vbInformation : vbExclamation, Title());
+}
+
+void SlideLoadFrm::addSelected()
+{
+    apply(AddSlides(CurrentShow(), selectedSourceFiles(), allSourceFiles().isEmpty()));
+}
+
+void SlideLoadFrm::addAll()
+{
+    const QStringList all = allSourceFiles();
+    apply(AddSlides(CurrentShow(), all, all.isEmpty()));
+}
+
+void SlideLoadFrm::removeSelected()
+{
+    apply(RemoveSlides(CurrentShow(), selectedLines()));
+}
+
+void SlideLoadFrm::removeAll()
+{
+    SlideShow& show = CurrentShow();
+    if (show.slides.isEmpty()) {
+        MsgBox(QStringLiteral("There are no files in the View List to remove..."), vbExclamation,
+               Title());
+        return;
+    }
+    if (MsgBox(RemoveAllQuestion(), vbYesNo + vbQuestion, Title()) != vbYes)
+        return;
+    show.slides.clear();
+    show.changed = true;
+    refreshList();
+}
+
+void SlideLoadFrm::move(MoveKind kind)
+{
+    apply(MoveSlides(CurrentShow(), selectedLines(), kind));
+}
+
+void SlideLoadFrm::randomize()
+{
+    apply(RandomizeSlides(CurrentShow()));
+}
+
+void SlideLoadFrm::reverse()
+{
+    apply(ReverseSlides(CurrentShow()));
+}
+
+void SlideLoadFrm::checkDuplicates()
+{
+    const QString title = Title(QStringLiteral("Check For Duplicate Slides"));
+    const int count = int(CurrentShow().slides.size());
+    if (count == 0) {
+        MsgBox(QStringLiteral(
+                   "There is nothing in the View List, unable to check for duplicate slides..."),
+               vbExclamation, title);
+        return;
+    }
+    if (count == 1) {
+        MsgBox(QStringLiteral("There is only one item in the View List, no need to check for "
+                              "duplicate slides..."),
+               vbExclamation, title);
+        return;
+    }
+    const QVector<int> repeated = DuplicateSlides(CurrentShow());
+    if (repeated.isEmpty()) {
+        MsgBox(QStringLiteral("No duplicate files were found in the current slide show..."),
+               vbInformation, title);
+        return;
+    }
+    selectLines(repeated);
+    frmSlideDup dialog(repeated, this);
+    if (dialog.exec() == QDialog::Accepted && dialog.removeChosen())
+        apply(RemoveSlides(CurrentShow(), repeated));
+}
+
+void SlideLoadFrm::checkMissing(bool remove)
+{
+    const QString title = Title(remove ? QStringLiteral("Remove Missing Slides")
+                                       : QStringLiteral("Select Missing Slides"));
+    if (CurrentShow().slides.isEmpty()) {
+        MsgBox(QStringLiteral(
+                   "There are no images in the current slide show, unable to check for missing "
+                   "files..."),
+               vbExclamation, title);
+        return;
+    }
+    if (MsgBox(QStringLiteral("Check current slide show to see if all files still exist?"),
+               vbYesNo + vbQuestion, title) != vbYes)
+        return;
+    const QVector<int> missing = MissingSlides(CurrentShow());
+    if (remove && !missing.isEmpty())
+        apply(RemoveSlides(CurrentShow(), missing));
+    else
+        selectLines(missing);
+    MsgBox(MissingSlidesText(int(missing.size()), remove), vbInformation, title);
+}
+
+bool SlideLoadFrm::save()
+{
+    const SlideShow& show = CurrentShow();
+    if (show.slides.isEmpty()) {
+        MsgBox(QStringLiteral("There are no slides in the View List to save.") + NewLine2() +
+                   QStringLiteral("Add files to the list and then try again..."),
+               vbExclamation, Title());
+        return false;
+    }
+    if (!show.changed) {
+        MsgBox(QStringLiteral("The current slide show has not changed, nothing to save..."),
+               vbInformation, Title());
+        return false;
+    }
+    if (!named())
+        return saveAs();
+    if (MsgBox(QStringLiteral("About to update the slide show file:") + NewLine2() + show.path +
+                   NewLine2() + QStringLiteral("Are you sure?"),
+               vbYesNo + vbQuestion, Title()) != vbYes)
+        return false;
+    return saveTo(show.path);
+}
+
+bool SlideLoadFrm::saveAs()
+{
+    const SlideShow& show = CurrentShow();
+    if (show.slides.isEmpty()) {
+        MsgBox(QStringLiteral("There are no slides in the View List to save.") + NewLine2() +
+                   QStringLiteral("Add files to the list and then try again..."),
+               vbExclamation, Title());
+        return false;
+    }
+    const QString start = named() ? show.path : sourceFolder() + u'/' + QLatin1String(kUntitled);
+    QString path =
+        CurrentPrompts().saveFile(QStringLiteral("Save Slide Show As"), start, showFilter());
+    if (path.isEmpty())
+        return false; // cancelled
+    const QString refusal = FileNameRefusal(FileNameOf(path));
+    if (!refusal.isEmpty()) {
+        MsgBox(refusal, vbExclamation, Title());
+        return false;
+    }
+    if (!HasExtension(path, QStringLiteral(".KAV")))
+        path += QStringLiteral(".KAV");
+    if (QFileInfo::exists(path) &&
+        MsgBox(QStringLiteral("The following filename already exists:") + NewLine2() + path +
+                   NewLine2() + QStringLiteral("Replace this file?"),
+               vbYesNo + vbQuestion, Title()) != vbYes)
+        return false;
+    if (MsgBox(QStringLiteral("About to save the slide show as:") + NewLine2() + path + NewLine2() +
+                   QStringLiteral("Is this filename OK?"),
+               vbYesNo + vbQuestion, Title()) != vbYes)
+        return false;
+    CurrentSettings().SaveSlides =
+        MsgBox(QStringLiteral("Save a copy of all files in the slide show directory?"),
+               vbYesNo + vbQuestion, Title()) == vbYes;
+    return saveTo(path);
+}
+
+bool SlideLoadFrm::saveTo(const QString& path)
+{
+    WaitDialog progress(Title());
+    const bool saved = SaveSlideShow(path, &progress);
+    refreshList();
+    return saved;
+}
+
+bool SlideLoadFrm::load(const QString& given)
+{
+    if (CurrentShow().changed &&
+        MsgBox(QStringLiteral("The current slide show has changed.") + NewLine2() +
+                   QStringLiteral("Load a new slide show anyway?"),
+               vbYesNo + vbQuestion, Title()) != vbYes)
+        return false;
+    QString path = given;
+    if (path.isEmpty())
+        path = CurrentPrompts().openFile(QStringLiteral("Load Slide Show"), sourceFolder(),
+                                         showFilter());
+    if (path.isEmpty())
+        return false;
+    const bool loaded = ReadSlideShow(path);
+    refreshList();
+    if (loaded && !CurrentShow().slides.isEmpty())
+        setSourceFolder(FolderOf(QFileInfo(path).absoluteFilePath()));
+    return loaded;
+}
+
+void SlideLoadFrm::renameShow()
+{
+    const QString title = Title(QStringLiteral("Rename Slide Show"));
+    SlideShow& show = CurrentShow();
+    if (show.path.isEmpty() && show.slides.isEmpty()) {
+        MsgBox(QStringLiteral("A slide show has not been opened yet, nothing to rename.") +
+                   NewLine2() +
+                   QStringLiteral("Open the slide show you would like to rename and then try "
+                                  "again..."),
+               vbExclamation, title);
+        return;
+    }
+    if (!named()) {
+        MsgBox(QStringLiteral("Unable to rename file, the current slide show has not been saved "
+                              "yet.") +
+                   NewLine2() +
+                   QStringLiteral("Click the \"Save As...\" button to give this slide show a "
+                                  "name..."),
+               vbExclamation, title);
+        return;
+    }
+    if (show.changed) {
+        MsgBox(QStringLiteral("You should save the current changes to the slide show before "
+                              "renaming its data file..."),
+               vbExclamation, title);
+        return;
+    }
+    const QString name = InputBox(QStringLiteral("Enter a new name for the slide show:"), title,
+                                  QFileInfo(show.path).completeBaseName());
+    if (name.trimmed().isEmpty())
+        return;
+    const RenameCheck check = CheckShowRename(show.path, name);
+    if (!check.refusal.isEmpty()) {
+        MsgBox(check.refusal, vbExclamation, title);
+        return;
+    }
+    if (!QFile::rename(show.path, check.newPath)) {
+        MsgBox(QStringLiteral("Unable to rename the slide show file:") + NewLine2() + show.path +
+                   NewLine2() + QStringLiteral("..."),
+               vbCritical, title);
+        return;
+    }
+    // The screen saver keeps playing the show under its new name.
+    const QString saver = GetSetting(QStringLiteral("Settings"), QStringLiteral("CurrentSaver"));
+    if (!saver.isEmpty() && QFileInfo(saver) == QFileInfo(show.path))
+        SaveSetting(QStringLiteral("Settings"), QStringLiteral("CurrentSaver"), check.newPath);
+    show.path = check.newPath;
+}
+
+void SlideLoadFrm::play(int firstLine)
+{
+    const int count = int(CurrentShow().slides.size());
+    if (count == 0) {
+        MsgBox(QStringLiteral("There are no slides in the View List to show.") + NewLine2() +
+                   QStringLiteral("Add files to the list and then try again..."),
+               vbExclamation, Title());
+        return;
+    }
+    PlayerStart start;
+    start.firstSlide = std::clamp(firstLine, 0, count - 1);
+    FullViewFrm::PlaySlideShowModal(start, this);
+    refreshList(); // the player may have taken slides out
+}
+
+void SlideLoadFrm::dropFiles(const QStringList& files)
+{
+    const DroppedFiles dropped = SortDroppedFiles(files);
+    for (const QString& note : dropped.notes)
+        MsgBox(note, vbInformation, Title());
+    if (!dropped.show.isEmpty()) {
+        if (CurrentShow().changed &&
+            MsgBox(QStringLiteral("The current slide show has changed.") + NewLine2() +
+                       QStringLiteral("Load slide show anyway?"),
+                   vbYesNo + vbQuestion, Title()) != vbYes)
+            return;
+        CurrentShow().changed = false;
+        load(dropped.show);
+        return;
+    }
+    if (dropped.slides.isEmpty()) {
+        MsgBox(QStringLiteral("No valid image files were dropped, unable to add these items to "
+                              "the View List..."),
+               vbExclamation, Title());
+        return;
+    }
+    apply(AddSlides(CurrentShow(), dropped.slides, false));
+}
+
+bool SlideLoadFrm::mayClose()
+{
+    const SlideShow& show = CurrentShow();
+    const Settings& s = CurrentSettings();
+    if (ReopensLastShow(s.PromptSaveKAV) && named()) {
+        CurrentSettings().LastSlideShow = show.path;
+        WriteSettingsKeys({QStringLiteral("LastSlideShow")});
+    }
+    if (!show.changed)
+        return true;
+    switch (ClosingAction(s.PromptSaveKAV, named(), int(show.slides.size()))) {
+    case CloseAction::Ask:
+        switch (ExitFrm::Ask(this)) {
+        case ExitFrm::Save:
+            return named() ? saveTo(show.path) : saveAs();
+        case ExitFrm::Discard:
+            return true;
+        case ExitFrm::Cancel:
+            return false;
+        }
+        return false;
+    case CloseAction::SaveNow:
+        return saveTo(show.path);
+    case CloseAction::Drop:
+        return true;
+    }
+    return true;
+}
+
+void SlideLoadFrm::closeEvent(QCloseEvent* event)
+{
+    if (mayClose())
+        event->accept();
+    else
+        event->ignore();
+}
+
+void SlideLoadFrm::reject()
+{
+    if (mayClose())
+        QDialog::reject();
+}
+
+void SlideLoadFrm::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (event->mimeData()->hasUrls())
+        event->acceptProposedAction();
+}
+
+void SlideLoadFrm::dropEvent(QDropEvent* event)
+{
+    QStringList files;
+    for (const QUrl& url : event->mimeData()->urls())
+        if (url.isLocalFile())
+            files << url.toLocalFile();
+    event->acceptProposedAction();
+    dropFiles(files);
+}
+
+void OpenSlideShowEditor(QWidget* parent, const QString& showFile)
+{
+    const Settings& s = CurrentSettings();
+    if (!showFile.isEmpty())
+        ReadSlideShow(showFile);
+    else if (CurrentShow().slides.isEmpty() && ReopensLastShow(s.PromptSaveKAV) &&
+             QFileInfo(s.LastSlideShow).isFile())
+        ReadSlideShow(s.LastSlideShow);
+    SlideLoadFrm editor(parent);
+    editor.exec();
+}
+
+} // namespace kavori

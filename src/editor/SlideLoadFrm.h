@@ -1,0 +1,96 @@
+#pragma once
+
+#include "slideshow/SlideList.h"
+
+#include <QDialog>
+
+class QAction;
+class QComboBox;
+class QFileSystemModel;
+class QLabel;
+class QListView;
+class QPushButton;
+class QTreeView;
+
+namespace kavori {
+
+class SlideListModel;
+
+// The slide show editor: a source pane (folder tree Dir1, the folder combo Drive1 and the file
+// list File1 of the folder's pictures and movies) beside the View List of the show in memory,
+// with its count line. The commands call the slide list logic and show what it says.
+class SlideLoadFrm : public QDialog {
+    Q_OBJECT
+public:
+    explicit SlideLoadFrm(QWidget* parent = nullptr);
+    ~SlideLoadFrm() override;
+
+    // The folder the source pane shows.
+    void setSourceFolder(const QString& folder);
+    QString sourceFolder() const;
+    // The source files chosen, and all of them (full paths, in the list's order).
+    QStringList selectedSourceFiles() const;
+    QStringList allSourceFiles() const;
+
+    // The View List's selection, as line numbers, and choosing lines.
+    QVector<int> selectedLines() const;
+    void selectLines(const QVector<int>& lines);
+    QString countText() const;
+    // The list shows the show in memory again (after it changed outside the editor).
+    void refreshList();
+
+    // The commands, as the buttons and menus run them.
+    void addSelected();
+    void addAll();
+    void removeSelected();
+    void removeAll();
+    void move(MoveKind kind);
+    void randomize();
+    void reverse();
+    void checkDuplicates();
+    void checkMissing(bool remove);
+    // Saving: false when nothing was written (refused, cancelled).
+    bool save();
+    bool saveAs();
+    // Asks when there are unsaved changes, then loads a show; false when nothing was loaded.
+    bool load(const QString& path = QString());
+    void renameShow();
+    // Plays the show from a line (the first by default).
+    void play(int firstLine = 0);
+    void dropFiles(const QStringList& files);
+
+    // Closing with unsaved changes goes by the save switches; false when the user stays.
+    bool mayClose();
+
+    // The title of the editor's messages.
+    static QString Title(const QString& function = QString());
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void reject() override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    void buildSource();
+    void buildList();
+    void buildButtons();
+    void buildMenus();
+    void apply(const ListResult& result);
+    void afterEdit();
+    bool saveTo(const QString& path);
+
+    QTreeView* m_dirs = nullptr;   // Dir1
+    QComboBox* m_folder = nullptr; // Drive1
+    QListView* m_files = nullptr;  // File1
+    QFileSystemModel* m_dirModel = nullptr;
+    QFileSystemModel* m_fileModel = nullptr;
+    QListView* m_list = nullptr; // the View List
+    SlideListModel* m_model = nullptr;
+    QLabel* m_count = nullptr;
+};
+
+// Opens the editor on the show in memory (or the given show file) and keeps it until closed.
+void OpenSlideShowEditor(QWidget* parent, const QString& showFile = QString());
+
+} // namespace kavori
