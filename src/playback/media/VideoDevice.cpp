@@ -1,5 +1,7 @@
 #include "VideoDevice.h"
 
+#include "MovieSurface.h"
+
 #include <QElapsedTimer>
 #include <QEvent>
 #include <QEventLoop>
@@ -7,7 +9,6 @@
 #include <QTimer>
 #include <QUrl>
 #include <QVideoSink>
-#include <QVideoWidget>
 
 namespace kavori {
 
@@ -32,7 +33,7 @@ VideoDevice::VideoDevice()
 VideoDevice::~VideoDevice()
 {
     m_player.stop();
-    m_player.setVideoOutput(nullptr);
+    m_player.setVideoSink(nullptr);
     if (m_window)
         m_window->removeEventFilter(this);
     delete m_video.data();
@@ -136,13 +137,13 @@ quint32 VideoDevice::setWindow(QWidget* window)
 {
     if (m_window)
         m_window->removeEventFilter(this);
+    m_player.setVideoSink(nullptr); // the player lets go of the old surface before it goes
     delete m_video.data();
     m_window = window;
-    m_video = new QVideoWidget(window);
-    m_video->setAspectRatioMode(Qt::KeepAspectRatio);
+    m_video = new MovieSurface(window);
     m_video->setGeometry(window->rect());
     m_video->show();
-    m_player.setVideoOutput(m_video.data());
+    m_player.setVideoSink(m_video->videoSink());
     window->installEventFilter(this);
     return MCIERR_NONE;
 }

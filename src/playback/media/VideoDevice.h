@@ -7,12 +7,12 @@
 #include <QObject>
 #include <QPointer>
 
-class QVideoWidget;
-
 namespace kavori {
 
+class MovieSurface;
+
 // The MPEGVideo and AVIVideo devices: movies, and MP3/AU/AIFF audio, through Qt Multimedia.
-// The picture goes into a video widget made inside the window named by "window ... handle".
+// The picture goes into a movie surface made inside the window named by "window ... handle".
 class VideoDevice final : public QObject, public MciDevice {
 public:
     VideoDevice();
@@ -39,7 +39,7 @@ private:
     QAudioOutput m_audio; // before the player, which uses it to the end
     QMediaPlayer m_player;
     QPointer<QWidget> m_window;
-    QPointer<QVideoWidget> m_video;
+    QPointer<MovieSurface> m_video;
     MciTimeFormat m_format = MciTimeFormat::Milliseconds;
     std::optional<qint64> m_endMs; // "play ... to": where playing stops
     bool m_heldAtEnd = false;
