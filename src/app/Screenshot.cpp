@@ -77,7 +77,7 @@ void ScreenshotShowIfAsked()
     poll->setInterval(50);
     auto save = [folder](QWidget* window, const char* name) {
         const QString path = folder + QStringLiteral("/") + QString::fromLatin1(name);
-        // Taken from the screen, so that a movie playing in its own native window shows too.
+        // Taken from the screen, as the user sees it.
         QPixmap shot = window->screen()->grabWindow(window->winId());
         if (shot.isNull())
             shot = window->grab();
