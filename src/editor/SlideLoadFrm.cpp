@@ -101,9 +101,14 @@ SlideLoadFrm::SlideLoadFrm(QWidget* parent) : QDialog(parent)
     buildButtons();
     resize(900, 600);
 
+    // The source pane starts beside the show, or in the favourite folder for a new one.
     const Settings& s = CurrentSettings();
-    setSourceFolder(s.FavoriteFolder.isEmpty() ? PathNoCase(AppPath(), QStringLiteral("Slides"))
-                                               : s.FavoriteFolder);
+    const QString& showPath = CurrentShow().path;
+    if (!showPath.isEmpty() && QFileInfo(FolderOf(showPath)).isDir())
+        setSourceFolder(FolderOf(showPath));
+    else
+        setSourceFolder(s.FavoriteFolder.isEmpty() ? PathNoCase(AppPath(), QStringLiteral("Slides"))
+                                                   : s.FavoriteFolder);
     refreshList();
 }
 
@@ -120,6 +125,10 @@ void SlideLoadFrm::buildSource()
     m_dirs->setHeaderHidden(true);
     for (int column = 1; column < m_dirModel->columnCount(); ++column)
         m_dirs->hideColumn(column);
+    connect(m_dirModel, &QFileSystemModel::directoryLoaded, this, [this](const QString& loaded) {
+        if (m_dirWanted.startsWith(loaded))
+            showFolderInTree();
+    });
     connect(m_dirs, &QTreeView::clicked, this,
             [this](const QModelIndex& index) { setSourceFolder(m_dirModel->filePath(index)); });
 
@@ -252,8 +261,20 @@ void SlideLoadFrm::setSourceFolder(const QString& folder)
     const QString path = QDir(folder).absolutePath();
     m_fileModel->setRootPath(path);
     m_files->setRootIndex(m_fileModel->index(path));
-    m_dirs->setCurrentIndex(m_dirModel->index(path));
+    m_dirWanted = path;
+    showFolderInTree();
     m_folder->setEditText(QDir::toNativeSeparators(path));
+}
+
+void SlideLoadFrm::showFolderInTree()
+{
+    // The tree opens down to the folder, so the user sees where the pictures come from; the
+    // model reads folders as they are opened, so this goes on as each one arrives.
+    const QModelIndex dir = m_dirModel->index(m_dirWanted);
+    for (QModelIndex up = dir.parent(); up.isValid(); up = up.parent())
+        m_dirs->expand(up);
+    m_dirs->setCurrentIndex(dir);
+    m_dirs->scrollTo(dir);
 }
 
 QString SlideLoadFrm::sourceFolder() const

@@ -76,6 +76,7 @@ private:
     void buildList();
     void buildButtons();
     void buildMenus();
+    void showFolderInTree();
     void apply(const ListResult& result);
     void afterEdit();
     bool saveTo(const QString& path);
@@ -88,6 +89,7 @@ private:
     QListView* m_list = nullptr; // the View List
     SlideListModel* m_model = nullptr;
     QLabel* m_count = nullptr;
+    QString m_dirWanted; // the folder the tree is to open to
 };
 
 // Opens the editor on the show in memory (or the given show file) and keeps it until closed.
