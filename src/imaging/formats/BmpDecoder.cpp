@@ -199,7 +199,7 @@ std::optional<Layout> parse(const QByteArray& data, bool icon)
         l.masks[1] = 0xFF00;
         l.masks[2] = 0xFF;
     }
-    if (l.coding == Coding::Rgb && headerSize >= 56 && (l.bpp == 16 || l.bpp == 32))
+    if (windows && l.coding == Coding::Rgb && headerSize >= 56 && (l.bpp == 16 || l.bpp == 32))
         l.masks[3] = u32(h + 52);
     if (icon && l.bpp == 32 && l.coding == Coding::Rgb)
         l.masks[3] = 0xFF000000u;
