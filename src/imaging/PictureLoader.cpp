@@ -124,7 +124,7 @@ QImage LoadPicture(const QString& path, const QSize& target)
     if (isBitmapName(upper)) {
         const QByteArray data = readAll(path);
         if (LooksLikeBmp(data))
-            return shrinkToFit(DecodeBmp(data), target);
+            return shrinkToFit(DecodeBmp(data, target), target);
         return shrinkToFit(readMisnamed(data), target);
     }
 

@@ -618,6 +618,33 @@ TEST_F(BmpDecoderTest, BitmapFilesOpenByTheirNames)
     EXPECT_EQ(fitted.size(), QSize(100, 75));
     EXPECT_EQ(fitted.pixel(50, 40), qRgb(0x33, 0x66, 0x99));
 
+    // Shrinking while decoding averages whole blocks: 4 x 4 blocks of one colour keep it, and
+    // a partial block at the edge averages the pixels it has.
+    Dib blocks;
+    blocks.width = 40;
+    blocks.height = 20;
+    auto block = [](int x, int y) { return qRgb(x / 4 * 25, y / 4 * 50, 200); };
+    blocks.pixels = packRows(40, 20, 24, false, [&](int x, int y) { return block(x, y); });
+    expectPicture(
+        DecodeBmp(blocks.file(), QSize(10, 10)), 10, 5,
+        [&](int x, int y) { return block(4 * x, 4 * y); }, "blocks of 4");
+    Dib nine;
+    nine.width = 9;
+    nine.height = -9;
+    nine.bpp = 8;
+    nine.palette = rampPalette(0);
+    for (int i = 0; i < 9; ++i)
+        nine.palette << qRgb(i * 20, 0, 0);
+    nine.pixels = packRows(9, 9, 8, true, [](int x, int) { return quint32(x); });
+    expectPicture(
+        DecodeBmp(nine.file(), QSize(2, 2)), 3, 3,
+        [](int x, int) {
+            return qRgb(x == 0 ? 30 : x == 1 ? 110 : 160, 0, 0);
+        },
+        "partial blocks");
+    EXPECT_EQ(LoadPicture(writeFile(QStringLiteral("nine.bmp"), nine.file()), QSize(2, 2)).size(),
+              QSize(2, 2));
+
     // A PNG named .bmp opens by its content; junk does not open and has no size.
     QImage png(4, 3, QImage::Format_RGB32);
     png.fill(Qt::yellow);

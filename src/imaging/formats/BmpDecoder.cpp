@@ -5,7 +5,9 @@
 #include <QVector>
 #include <QtEndian>
 
+#include <algorithm>
 #include <optional>
+#include <vector>
 
 namespace kavori {
 
@@ -258,40 +260,100 @@ QRgb paletteColour(const Layout& l, uint index)
     return index < uint(l.palette.size()) ? l.palette[int(index)] : qRgb(0, 0, 0);
 }
 
-// Uncompressed rows. Returns whether an alpha channel held anything.
-bool decodeRows(const Layout& l, const uchar* pixels, QImage& image)
-{
-    const Channel red(l.masks[0]), green(l.masks[1]), blue(l.masks[2]), alpha(l.masks[3]);
-    const bool direct = l.bpp > 8 && !(l.bpp == 24 && l.coding == Coding::Rgb);
-    bool anyAlpha = false;
-    for (qint64 row = 0; row < l.height; ++row) {
-        const uchar* src = pixels + row * l.stride;
-        auto* out =
-            reinterpret_cast<QRgb*>(image.scanLine(int(l.topDown ? row : l.height - 1 - row)));
-        for (qint64 x = 0; x < l.width; ++x) {
-            if (l.bpp <= 8) {
-                const qint64 bit = x * l.bpp;
-                const uint index = (src[bit / 8] >> (8 - l.bpp - bit % 8)) & ((1u << l.bpp) - 1);
-                out[x] = paletteColour(l, index);
-            } else if (!direct) {
+// Decodes uncompressed rows one at a time.
+class RowDecoder {
+public:
+    explicit RowDecoder(const Layout& l)
+        : m_l(l), m_red(l.masks[0]), m_green(l.masks[1]), m_blue(l.masks[2]), m_alpha(l.masks[3]),
+          m_direct(l.bpp > 8 && !(l.bpp == 24 && l.coding == Coding::Rgb))
+    {}
+
+    // The picture line that the row'th row of the data is.
+    int lineOf(qint64 row) const { return int(m_l.topDown ? row : m_l.height - 1 - row); }
+
+    // Returns whether the row's alpha held anything.
+    bool decode(const uchar* src, QRgb* out) const
+    {
+        bool anyAlpha = false;
+        for (qint64 x = 0; x < m_l.width; ++x) {
+            if (m_l.bpp <= 8) {
+                const qint64 bit = x * m_l.bpp;
+                const uint index =
+                    (src[bit / 8] >> (8 - m_l.bpp - bit % 8)) & ((1u << m_l.bpp) - 1);
+                out[x] = paletteColour(m_l, index);
+            } else if (!m_direct) {
                 const uchar* c = src + 3 * x;
                 out[x] = qRgb(c[2], c[1], c[0]);
             } else {
                 quint32 v = 0;
-                const uchar* c = src + x * (l.bpp / 8);
-                if (l.bpp == 16)
+                const uchar* c = src + x * (m_l.bpp / 8);
+                if (m_l.bpp == 16)
                     v = u16(c);
-                else if (l.bpp == 24)
+                else if (m_l.bpp == 24)
                     v = quint32(c[0]) | quint32(c[1]) << 8 | quint32(c[2]) << 16;
                 else
                     v = u32(c);
-                const int a = l.masks[3] ? alpha(v) : 255;
-                anyAlpha = anyAlpha || (l.masks[3] && a != 0);
-                out[x] = qRgba(red(v), green(v), blue(v), a);
+                const int a = m_l.masks[3] ? m_alpha(v) : 255;
+                anyAlpha = anyAlpha || (m_l.masks[3] && a != 0);
+                out[x] = qRgba(m_red(v), m_green(v), m_blue(v), a);
             }
         }
+        return anyAlpha;
     }
+
+private:
+    const Layout& m_l;
+    Channel m_red, m_green, m_blue, m_alpha;
+    bool m_direct;
+};
+
+// Uncompressed rows. Returns whether an alpha channel held anything.
+bool decodeRows(const Layout& l, const uchar* pixels, QImage& image)
+{
+    const RowDecoder rows(l);
+    bool anyAlpha = false;
+    for (qint64 row = 0; row < l.height; ++row)
+        anyAlpha |= rows.decode(pixels + row * l.stride,
+                                reinterpret_cast<QRgb*>(image.scanLine(rows.lineOf(row))));
     return anyAlpha;
+}
+
+// An opaque uncompressed picture averaged over blocks of factor x factor pixels as it is
+// decoded, so a large picture shown small never exists at full size. Edge blocks may be
+// partial.
+QImage decodeReduced(const Layout& l, const uchar* pixels, qint64 factor)
+{
+    const qint64 outWidth = (l.width + factor - 1) / factor;
+    const qint64 outHeight = (l.height + factor - 1) / factor;
+    QImage image(int(outWidth), int(outHeight), QImage::Format_RGB32);
+    if (image.isNull())
+        return {};
+    const RowDecoder rows(l);
+    std::vector<QRgb> line(size_t(l.width));
+    std::vector<quint64> sums(size_t(outWidth) * 3);
+    for (qint64 oy = 0; oy < outHeight; ++oy) {
+        std::fill(sums.begin(), sums.end(), 0);
+        const qint64 top = oy * factor, bottom = qMin(l.height, top + factor);
+        for (qint64 y = top; y < bottom; ++y) {
+            const qint64 row = l.topDown ? y : l.height - 1 - y;
+            rows.decode(pixels + row * l.stride, line.data());
+            for (qint64 x = 0; x < l.width; ++x) {
+                quint64* sum = &sums[size_t(x / factor) * 3];
+                sum[0] += quint64(qRed(line[size_t(x)]));
+                sum[1] += quint64(qGreen(line[size_t(x)]));
+                sum[2] += quint64(qBlue(line[size_t(x)]));
+            }
+        }
+        auto* out = reinterpret_cast<QRgb*>(image.scanLine(int(oy)));
+        for (qint64 ox = 0; ox < outWidth; ++ox) {
+            const quint64 n =
+                quint64((bottom - top) * (qMin(l.width, (ox + 1) * factor) - ox * factor));
+            const quint64* sum = &sums[size_t(ox) * 3];
+            out[ox] = qRgb(int((sum[0] + n / 2) / n), int((sum[1] + n / 2) / n),
+                           int((sum[2] + n / 2) / n));
+        }
+    }
+    return image;
 }
 
 // RLE8, RLE4 and RLE24: runs, absolute stretches padded to words, end of line, end of picture
@@ -410,13 +472,29 @@ void applyIconMask(const Layout& l, const QByteArray& dib, QImage& image)
     }
 }
 
-QImage decode(const QByteArray& data, bool icon)
+// The whole factor by which an opaque uncompressed picture can shrink on the way to fitting
+// in target; 1 when it needs no shrinking or cannot shrink while decoding.
+qint64 reduction(const Layout& l, const QSize& target)
+{
+    if (!target.isValid() || target.isEmpty() || l.masks[3] ||
+        (l.coding != Coding::Rgb && l.coding != Coding::BitFields) ||
+        (l.width <= target.width() && l.height <= target.height()))
+        return 1;
+    const QSize fitted =
+        QSize(int(l.width), int(l.height)).scaled(target, Qt::KeepAspectRatio).expandedTo({1, 1});
+    return qMin(l.width / fitted.width(), l.height / fitted.height());
+}
+
+QImage decode(const QByteArray& data, bool icon, const QSize& target = QSize())
 {
     const std::optional<Layout> l = parse(data, icon);
     if (!l)
         return {};
     if (l->coding == Coding::Jpeg || l->coding == Coding::Png)
         return decodeEmbedded(data, *l);
+    if (const qint64 factor = reduction(*l, target); factor >= 2)
+        return decodeReduced(*l, reinterpret_cast<const uchar*>(data.constData()) + l->pixelsAt,
+                             factor);
     QImage image(int(l->width), int(l->height), QImage::Format_ARGB32);
     if (image.isNull())
         return {};
@@ -438,9 +516,9 @@ QImage decode(const QByteArray& data, bool icon)
 
 } // namespace
 
-QImage DecodeBmp(const QByteArray& data)
+QImage DecodeBmp(const QByteArray& data, const QSize& target)
 {
-    return decode(data, false);
+    return decode(data, false, target);
 }
 
 QImage DecodeIconBitmap(const QByteArray& dib)

@@ -11,7 +11,9 @@ namespace kavori {
 // 124-byte info headers; 1, 2, 4, 8, 16, 24 and 32 bits; bit fields of any mask; RLE4, RLE8
 // and OS/2 RLE24; JPEG and PNG inside. Sizes the data cannot hold give a null picture, and
 // nothing is read outside the data. Run-length pixels the data never sets are transparent.
-QImage DecodeBmp(const QByteArray& data);
+// With a target size, an opaque uncompressed picture comes back reduced by the largest whole
+// factor that keeps it at least as large as its fit in target.
+QImage DecodeBmp(const QByteArray& data, const QSize& target = QSize());
 
 // The size DecodeBmp gives, from the headers; invalid when the data cannot be decoded.
 QSize BmpSize(const QByteArray& data);
