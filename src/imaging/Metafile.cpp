@@ -11,6 +11,8 @@ extern "C" {
 #include <emf2svg.h>
 }
 
+#include <algorithm>
+#include <cmath>
 #include <cstdlib>
 
 namespace kavori {
@@ -48,7 +50,51 @@ bool looksLikeEmf(const QByteArray& data)
            size <= quint32(data.size());
 }
 
+// Screen pixels per inch, and an EMF frame's hundredths of a millimetre per inch.
+constexpr double kPixelsPerInch = 96.0;
+constexpr double kFrameUnitsPerInch = 2540.0;
+
+QSize boundedSize(double width, double height)
+{
+    if (!(width >= 0.5 && height >= 0.5))
+        return {};
+    const double scale = std::min(1.0, kMaxMetafileSide / std::max(width, height));
+    return QSize(std::max(1, int(std::lround(width * scale))),
+                 std::max(1, int(std::lround(height * scale))));
+}
+
 } // namespace
+
+QSize WmfSize(const QByteArray& wmf)
+{
+    if (!looksLikeWmf(wmf))
+        return {};
+    const auto* p = reinterpret_cast<const uchar*>(wmf.constData());
+    if (qFromLittleEndian<quint32>(p) != 0x9AC6CDD7u)
+        return {};
+    const int left = qFromLittleEndian<qint16>(p + 6);
+    const int top = qFromLittleEndian<qint16>(p + 8);
+    const int right = qFromLittleEndian<qint16>(p + 10);
+    const int bottom = qFromLittleEndian<qint16>(p + 12);
+    const int unitsPerInch = qFromLittleEndian<quint16>(p + 14);
+    if (unitsPerInch == 0)
+        return {};
+    return boundedSize(std::abs(right - left) * kPixelsPerInch / unitsPerInch,
+                       std::abs(bottom - top) * kPixelsPerInch / unitsPerInch);
+}
+
+QSize EmfSize(const QByteArray& emf)
+{
+    if (!looksLikeEmf(emf))
+        return {};
+    const auto* p = reinterpret_cast<const uchar*>(emf.constData());
+    const qint64 left = qFromLittleEndian<qint32>(p + 24);
+    const qint64 top = qFromLittleEndian<qint32>(p + 28);
+    const qint64 right = qFromLittleEndian<qint32>(p + 32);
+    const qint64 bottom = qFromLittleEndian<qint32>(p + 36);
+    return boundedSize(double(std::abs(right - left)) * kPixelsPerInch / kFrameUnitsPerInch,
+                       double(std::abs(bottom - top)) * kPixelsPerInch / kFrameUnitsPerInch);
+}
 
 QByteArray WmfToSvg(const QByteArray& wmf)
 {
@@ -73,15 +119,16 @@ QByteArray WmfToSvg(const QByteArray& wmf)
         wmf_svg_t* device = WMF_SVG_GetData(api);
         float width = 0, height = 0;
         wmf_size(api, &width, &height);
-        // The picture's own size; the bounding box only when the file gives none.
-        const double w = width > 0 ? double(width) : double(box.BR.x - box.TL.x);
-        const double h = height > 0 ? double(height) : double(box.BR.y - box.TL.y);
-        if (w > 0 && h > 0) {
-            // Keep the metafile's own size in device units, within sane bounds.
-            const double scale = std::min(1.0, kMaxMetafileSide / std::max(w, h));
+        // A placeable file's size in inches; else its own size in device units, or the
+        // bounding box when it gives none.
+        QSize size = WmfSize(wmf);
+        if (!size.isValid())
+            size = boundedSize(width > 0 ? double(width) : double(box.BR.x - box.TL.x),
+                               height > 0 ? double(height) : double(box.BR.y - box.TL.y));
+        if (size.isValid()) {
             device->bbox = box;
-            device->width = unsigned(std::max(1.0, w * scale));
-            device->height = unsigned(std::max(1.0, h * scale));
+            device->width = unsigned(size.width());
+            device->height = unsigned(size.height());
             device->out = wmf_stream_create(api, nullptr);
             if (device->out && wmf_play(api, 0, &box) == wmf_E_None) {
                 char* buffer = nullptr;
@@ -118,14 +165,15 @@ QByteArray EmfToSvg(const QByteArray& emf)
     return svg;
 }
 
-QImage RenderSvg(const QByteArray& svg, const QSize& target)
+QImage RenderSvg(const QByteArray& svg, const QSize& target, QSize size)
 {
     if (svg.isEmpty())
         return {};
     QSvgRenderer renderer(svg);
     if (!renderer.isValid())
         return {};
-    QSize size = renderer.defaultSize();
+    if (size.isEmpty())
+        size = renderer.defaultSize();
     if (size.isEmpty())
         size = renderer.viewBox().size();
     if (size.isEmpty())
@@ -137,7 +185,7 @@ QImage RenderSvg(const QByteArray& svg, const QSize& target)
     QImage image(size, QImage::Format_RGB32);
     image.fill(Qt::white);
     QPainter painter(&image);
-    renderer.render(&painter);
+    renderer.render(&painter, QRectF(QPointF(0, 0), QSizeF(size)));
     return image;
 }
 

@@ -13,7 +13,13 @@ namespace kavori {
 QByteArray WmfToSvg(const QByteArray& wmf);
 QByteArray EmfToSvg(const QByteArray& emf);
 
-// Draws SVG on white at its own size, or fitted into target when one is given.
-QImage RenderSvg(const QByteArray& svg, const QSize& target = QSize());
+// The size a metafile is shown at, in pixels at 96 dots per inch: a placeable WMF's bounding
+// box in its own units per inch, an EMF's frame. Invalid when the header gives no size.
+QSize WmfSize(const QByteArray& wmf);
+QSize EmfSize(const QByteArray& emf);
+
+// Draws SVG on white at size (its own size when that is invalid), or fitted into target when
+// one is given; the drawing is scaled, not its pixels.
+QImage RenderSvg(const QByteArray& svg, const QSize& target = QSize(), QSize size = QSize());
 
 } // namespace kavori

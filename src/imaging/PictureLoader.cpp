@@ -5,6 +5,8 @@
 #include "PcxDecoder.h"
 #include "ScaledJpeg.h"
 #include "TgaDecoder.h"
+#include "formats/BmpDecoder.h"
+#include "formats/IconDecoder.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -41,23 +43,6 @@ QImage shrinkToFit(const QImage& image, const QSize& target)
                         Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
-// Icons and cursors hold several pictures: the largest one is shown.
-QImage largestIcon(const QString& path)
-{
-    QImageReader reader(path, "ico");
-    QImage best;
-    const int count = qMax(1, reader.imageCount());
-    for (int i = 0; i < count; ++i) {
-        if (i > 0 && !reader.jumpToImage(i))
-            break;
-        const QImage image = reader.read();
-        if (!image.isNull() &&
-            qint64(image.width()) * image.height() > qint64(best.width()) * best.height())
-            best = image;
-    }
-    return best;
-}
-
 QImage oriented(QImage image, QImageIOHandler::Transformations turn)
 {
     if (turn & QImageIOHandler::TransformationMirror)
@@ -83,6 +68,31 @@ QImage decodeJpegForTarget(const QString& path, QImageReader& reader, const QSiz
     return image.isNull() ? image : oriented(image, turn);
 }
 
+bool isBitmapName(const QString& upper)
+{
+    return upper.endsWith(QLatin1String(".BMP")) || upper.endsWith(QLatin1String(".DIB")) ||
+           upper.endsWith(QLatin1String(".RLE"));
+}
+
+// A picture of another type under a bitmap's name opens by its content, as the system's
+// picture loader does; bitmap content never reaches the toolkit's reader.
+QImage readMisnamed(QByteArray data)
+{
+    QBuffer buffer(&data);
+    QImageReader reader(&buffer);
+    reader.setAutoTransform(true);
+    if (reader.format().isEmpty() || reader.format() == "bmp")
+        return {};
+    return reader.read();
+}
+
+QSize orientedSize(QImageReader& reader)
+{
+    const QSize size = reader.size();
+    return reader.transformation() & QImageIOHandler::TransformationRotate90 ? size.transposed()
+                                                                             : size;
+}
+
 void raiseAllocationLimit()
 {
     // 10,000 x 10,000 pixels at 4 bytes each is the largest picture the program edits.
@@ -101,17 +111,25 @@ QImage LoadPicture(const QString& path, const QSize& target)
         return {};
     raiseAllocationLimit();
     const QString upper = path.toUpper();
-    if (upper.endsWith(QLatin1String(".WMF")))
-        return RenderSvg(WmfToSvg(readAll(path)), target);
-    if (upper.endsWith(QLatin1String(".EMF")))
-        return RenderSvg(EmfToSvg(readAll(path)), target);
+    if (upper.endsWith(QLatin1String(".WMF"))) {
+        const QByteArray wmf = readAll(path);
+        return RenderSvg(WmfToSvg(wmf), target, WmfSize(wmf));
+    }
+    if (upper.endsWith(QLatin1String(".EMF"))) {
+        const QByteArray emf = readAll(path);
+        return RenderSvg(EmfToSvg(emf), target, EmfSize(emf));
+    }
     if (upper.endsWith(QLatin1String(".ICO")) || upper.endsWith(QLatin1String(".CUR")))
-        return shrinkToFit(largestIcon(path), target);
+        return shrinkToFit(DecodeIcon(readAll(path)), target);
+    if (isBitmapName(upper)) {
+        const QByteArray data = readAll(path);
+        if (LooksLikeBmp(data))
+            return shrinkToFit(DecodeBmp(data, target), target);
+        return shrinkToFit(readMisnamed(data), target);
+    }
 
     QImageReader reader(path);
     reader.setAutoTransform(true);
-    if (upper.endsWith(QLatin1String(".DIB")) || upper.endsWith(QLatin1String(".RLE")))
-        reader.setFormat("bmp");
     const QSize size = reader.size();
     const bool scaleWhileDecoding = size.isValid() && !fitsIn(size, target) &&
                                     reader.supportsOption(QImageIOHandler::ScaledSize) &&
@@ -127,16 +145,32 @@ QImage LoadPicture(const QString& path, const QSize& target)
 
 QSize PictureSize(const QString& path)
 {
+    if (!QFileInfo(path).isFile())
+        return {};
     const QString upper = path.toUpper();
+    QSize size;
     if (upper.endsWith(QLatin1String(".WMF")) || upper.endsWith(QLatin1String(".EMF")) ||
-        upper.endsWith(QLatin1String(".ICO")) || upper.endsWith(QLatin1String(".CUR")))
-        return LoadPicture(path).size();
-    if (IsImportFile(path))
-        return ImportPicture(path).size();
-    QImageReader reader(path);
-    if (upper.endsWith(QLatin1String(".DIB")) || upper.endsWith(QLatin1String(".RLE")))
-        reader.setFormat("bmp");
-    return reader.size();
+        upper.endsWith(QLatin1String(".ICO")) || upper.endsWith(QLatin1String(".CUR"))) {
+        const QImage image = LoadPicture(path);
+        size = image.isNull() ? QSize() : image.size();
+    } else if (IsImportFile(path)) {
+        const QImage image = ImportPicture(path);
+        size = image.isNull() ? QSize() : image.size();
+    } else if (isBitmapName(upper)) {
+        QByteArray data = readAll(path);
+        if (LooksLikeBmp(data)) {
+            size = BmpSize(data);
+        } else {
+            QBuffer buffer(&data);
+            QImageReader reader(&buffer);
+            if (reader.format() != "bmp")
+                size = orientedSize(reader);
+        }
+    } else {
+        QImageReader reader(path);
+        size = orientedSize(reader);
+    }
+    return size.isValid() && !size.isEmpty() ? size : QSize();
 }
 
 QImage ImportPicture(const QString& path)

@@ -154,21 +154,21 @@ QByteArray IconFile(bool cursor)
     return b.raw(small).raw(large).data();
 }
 
-QByteArray RedWmf()
+QByteArray RedWmf(int width, int height, int unitsPerInch)
 {
     Bytes records;
     records.u32(5).u16(0x020B).u16(0).u16(0);   // SetWindowOrg 0,0
-    records.u32(5).u16(0x020C).u16(50).u16(100); // SetWindowExt 100 x 50
+    records.u32(5).u16(0x020C).u16(height).u16(width); // SetWindowExt
     records.u32(7).u16(0x02FC).u16(0).u32(colorref(qRgb(255, 0, 0))).u16(0); // solid red brush
     records.u32(4).u16(0x012D).u16(0);          // select it
     records.u32(8).u16(0x02FA).u16(5).u16(0).u16(0).u32(0); // null pen
     records.u32(4).u16(0x012D).u16(1);
-    records.u32(7).u16(0x041B).u16(50).u16(100).u16(0).u16(0); // Rectangle
+    records.u32(7).u16(0x041B).u16(height).u16(width).u16(0).u16(0); // Rectangle
     records.u32(3).u16(0);                       // end of file
     Bytes header;
     header.u16(1).u16(9).u16(0x0300).u32(quint32(9 + records.size() / 2)).u16(2).u32(8).u16(0);
     Bytes placeable;
-    placeable.u32(0x9AC6CDD7u).u16(0).u16(0).u16(0).u16(100).u16(50).u16(96).u32(0);
+    placeable.u32(0x9AC6CDD7u).u16(0).u16(0).u16(0).u16(width).u16(height).u16(unitsPerInch).u32(0);
     QByteArray p = placeable.data();
     quint16 sum = 0;
     for (int i = 0; i < 10; ++i)

@@ -17,8 +17,9 @@ QByteArray TopDownBitmap();
 QByteArray Gif(const QByteArray& signature, bool twoFrames);
 // An icon (or cursor) holding a 16 x 16 red and a 32 x 32 blue picture.
 QByteArray IconFile(bool cursor);
-// A 100 x 50 metafile filled with a red rectangle.
-QByteArray RedWmf();
+// A metafile filled with a red rectangle: 100 x 50 pixels, or for the WMF width x height
+// units of its placeable header at unitsPerInch.
+QByteArray RedWmf(int width = 100, int height = 50, int unitsPerInch = 96);
 QByteArray RedEmf();
 // PCX pictures of 8 x 4 pixels: kinds "8bit", "24bit", "planar16", "cga", "packed16", "mono".
 QByteArray Pcx(const char* kind);

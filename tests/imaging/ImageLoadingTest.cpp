@@ -7,6 +7,7 @@
 #include "support/KavoriTest.h"
 
 #include <QBuffer>
+#include <QDataStream>
 #include <QImageWriter>
 
 using namespace kavori;
@@ -234,4 +235,103 @@ TEST_F(ImageLoadingTest, DamagedFilesFailCleanly)
     EXPECT_TRUE(LoadPicture(root() + QStringLiteral("missing.bmp")).isNull());
     EXPECT_TRUE(LoadPicture(root()).isNull());
     EXPECT_TRUE(RenderSvg("<svg garbage").isNull());
+}
+
+TEST_F(ImageLoadingTest, MetafilesAtTheirStatedSize)
+{
+    // One inch at 1440 units per inch is 96 pixels, not 1440.
+    const QString inch = writeFile(QStringLiteral("inch.wmf"), RedWmf(1440, 1440, 1440));
+    const QImage wmf = LoadPicture(inch);
+    ASSERT_FALSE(wmf.isNull());
+    EXPECT_NEAR(wmf.width(), 96, 1);
+    EXPECT_NEAR(wmf.height(), 96, 1);
+    EXPECT_EQ(PictureSize(inch), wmf.size());
+    EXPECT_EQ(LoadPicture(writeFile(QStringLiteral("half.wmf"), RedWmf(720, 360, 1440))).size(),
+              QSize(48, 24));
+
+    // The EMF frame of 26.45 x 13.22 mm is 100 x 50 pixels.
+    const QString emfPath = writeFile(QStringLiteral("m.emf"), RedEmf());
+    EXPECT_EQ(LoadPicture(emfPath).size(), QSize(100, 50));
+    EXPECT_EQ(PictureSize(emfPath), QSize(100, 50));
+
+    // A target size scales the drawing: the rectangle still fills the whole picture.
+    for (const QImage& small : {LoadPicture(inch, QSize(40, 40)), LoadPicture(emfPath, {40, 40})}) {
+        ASSERT_EQ(small.width(), 40);
+        EXPECT_EQ(at(small, 2, 2), QColor(Qt::red));
+        EXPECT_EQ(at(small, small.width() - 3, small.height() - 3), QColor(Qt::red));
+    }
+}
+
+TEST_F(ImageLoadingTest, IconsAtTheirPicturesOwnSize)
+{
+    // Directory entries that give wrong sizes (48 for a 16-pixel picture, 256 for 32).
+    QByteArray icon = IconFile(false);
+    icon[6] = char(48);
+    icon[7] = char(48);
+    icon[22] = char(0);
+    icon[23] = char(0);
+    const QString path = writeFile(QStringLiteral("wrong.ico"), icon);
+    const QImage image = LoadPicture(path);
+    ASSERT_EQ(image.size(), QSize(32, 32));
+    EXPECT_EQ(at(image, 5, 5), QColor(Qt::blue));
+    EXPECT_EQ(PictureSize(path), QSize(32, 32));
+
+    // A 4-bit icon: its mask makes the top half transparent.
+    QByteArray dib;
+    {
+        QDataStream s(&dib, QIODevice::WriteOnly);
+        s.setByteOrder(QDataStream::LittleEndian);
+        s << quint32(40) << qint32(8) << qint32(16) << quint16(1) << quint16(4) << quint32(0)
+          << quint32(0) << quint32(0) << quint32(0) << quint32(16) << quint32(0);
+        for (int i = 0; i < 16; ++i)
+            s << quint8(0) << quint8(i == 1 ? 255 : 0) << quint8(0) << quint8(0);
+        for (int row = 0; row < 8; ++row)
+            s << quint32(0x11111111);     // every pixel green
+        for (int row = 0; row < 8; ++row) // bottom-up: the last four rows are the top
+            s << quint32(row < 4 ? 0 : 0xFF);
+    }
+    QByteArray file;
+    {
+        QDataStream s(&file, QIODevice::WriteOnly);
+        s.setByteOrder(QDataStream::LittleEndian);
+        s << quint16(0) << quint16(1) << quint16(1) << quint8(8) << quint8(8) << quint8(16)
+          << quint8(0) << quint16(1) << quint16(4) << quint32(dib.size()) << quint32(22);
+    }
+    const QImage masked = LoadPicture(writeFile(QStringLiteral("masked.ico"), file + dib));
+    ASSERT_EQ(masked.size(), QSize(8, 8));
+    EXPECT_EQ(qAlpha(masked.pixel(3, 1)), 0);
+    EXPECT_EQ(masked.pixel(3, 6), qRgb(0, 255, 0));
+    EXPECT_FALSE(
+        PictureSize(writeFile(QStringLiteral("bad.cur"), QByteArray("\0\0\2\0", 4))).isValid());
+}
+
+TEST_F(ImageLoadingTest, SizeWithoutDecodingAgreesWithThePicture)
+{
+    // A JPEG whose EXIF orientation turns it a quarter: both report the turned size.
+    QImage wide(40, 20, QImage::Format_RGB32);
+    wide.fill(Qt::darkGreen);
+    QByteArray jpeg;
+    QBuffer buffer(&jpeg);
+    buffer.open(QIODevice::WriteOnly);
+    wide.save(&buffer, "JPEG");
+    const QByteArray exif = QByteArray::fromHex("ffe10022"
+                                                "457869660000"
+                                                "49492a0008000000"
+                                                "0100"
+                                                "120103000100000006000000"
+                                                "00000000");
+    const QString turned =
+        writeFile(QStringLiteral("turned.jpg"), jpeg.left(2) + exif + jpeg.mid(2));
+    EXPECT_EQ(LoadPicture(turned).size(), QSize(20, 40));
+    EXPECT_EQ(PictureSize(turned), QSize(20, 40));
+
+    const QString topDown = writeFile(QStringLiteral("td.bmp"), TopDownBitmap());
+    EXPECT_EQ(PictureSize(topDown), QSize(2, 2));
+    EXPECT_EQ(PictureSize(writeFile(QStringLiteral("r.rle"), RleBitmap(false))), QSize(4, 2));
+
+    // What cannot be read has no size, whatever its type.
+    for (const char* name : {"x.jpg", "x.gif", "x.bmp", "x.wmf", "x.emf", "x.ico", "x.pcx"})
+        EXPECT_FALSE(PictureSize(writeFile(QString::fromLatin1(name), "garbage bytes")).isValid())
+            << name;
+    EXPECT_FALSE(PictureSize(root() + QStringLiteral("missing.jpg")).isValid());
 }

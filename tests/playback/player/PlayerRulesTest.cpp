@@ -189,7 +189,7 @@ TEST_F(PlayerRulesTest, DecodedAtTheSizeTheSlideIsDrawn)
     EXPECT_EQ(DecodeSlidePicture(smallPath, {800, 600}, slide).size(), QSize(800, 400));
     EXPECT_TRUE(
         DecodeSlidePicture(root() + QStringLiteral("missing.bmp"), {800, 600}, slide).isNull());
-    writeFile(QStringLiteral("damaged.bmp"), QByteArray("BM\x10\0\0\0garbage", 15));
+    writeFile(QStringLiteral("damaged.bmp"), QByteArray("BM\x10\0\0\0garbage", 13));
     EXPECT_TRUE(
         DecodeSlidePicture(root() + QStringLiteral("damaged.bmp"), {800, 600}, slide).isNull());
 }
