@@ -1,3 +1,4 @@
+#include "platform/StartupState.h"
 #include "playback/DescriptionLabels.h"
 #include "playback/FullViewFrm.h"
 #include "playback/TransitionEngine.h"
@@ -10,7 +11,6 @@
 #include "settings/Settings.h"
 #include "slideshow/DescriptionFile.h"
 #include "slideshow/SlideShow.h"
-#include "platform/StartupState.h"
 #include "support/KavoriTest.h"
 
 #include <QCoreApplication>
@@ -491,4 +491,43 @@ TEST_F(PlayerTest, SlideSoundsAndMoviesPlayThroughTheMediaLayer)
     EXPECT_EQ(center(*player), QColor(Qt::blue));
     player->endShow();
     EXPECT_FALSE(media.wavePlaying && media.waveLoops);
+}
+
+TEST_F(PlayerTest, KeysOfOurOwnSwitchLinesAndJump)
+{
+    makeShow(12);
+    CurrentShow().slides[0].SlideDescription = QStringLiteral("first");
+    auto player = start();
+    player->resize(2000, 300);
+    player->SlideTimer_Timer();
+    EXPECT_EQ(player->infoLine(), QString());
+    // F shows the file names, D the descriptions over the picture and on the line.
+    key(*player, Qt::Key_F);
+    EXPECT_EQ(player->infoLine(), CurrentShow().slides[0].SlideFile);
+    key(*player, Qt::Key_D);
+    EXPECT_EQ(player->infoLine(),
+              CurrentShow().slides[0].SlideFile + QStringLiteral(" <--> first"));
+    EXPECT_TRUE(
+        player->findChild<QLabel*>(QStringLiteral("lblDescription"))->isVisibleTo(player.get()));
+    key(*player, Qt::Key_D);
+    EXPECT_FALSE(
+        player->findChild<QLabel*>(QStringLiteral("lblDescription"))->isVisibleTo(player.get()));
+    // N tells which slide is up; G goes to one by number, ignoring numbers out of range.
+    key(*player, Qt::Key_N);
+    EXPECT_EQ(player->infoLine(), QStringLiteral("Slide 1 of 12 slides (images) total..."));
+    prompts().inputs = {QStringLiteral("11")};
+    key(*player, Qt::Key_G);
+    EXPECT_EQ(player->currentSlide(), 10);
+    ASSERT_EQ(prompts().inputCalls.size(), 1);
+    EXPECT_TRUE(prompts().inputCalls[0].text.endsWith(QStringLiteral("Go to slide number:")));
+    prompts().inputs = {QStringLiteral("13")};
+    key(*player, Qt::Key_G);
+    EXPECT_EQ(player->currentSlide(), 10);
+    // Page Up and Page Down jump ten slides and stop at the ends.
+    key(*player, Qt::Key_PageUp);
+    EXPECT_EQ(player->currentSlide(), 0);
+    key(*player, Qt::Key_PageDown);
+    EXPECT_EQ(player->currentSlide(), 10);
+    key(*player, Qt::Key_PageDown);
+    EXPECT_EQ(player->currentSlide(), 11);
 }
