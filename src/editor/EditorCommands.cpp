@@ -1,6 +1,7 @@
 #include "EditorCommands.h"
 
 #include "SlideLoadFrm.h"
+#include "frmSlideWizard.h"
 
 #include <QAction>
 #include <QWidget>
@@ -13,6 +14,15 @@ void ConnectEditorCommands(QWidget* window)
         action->setEnabled(true);
         QObject::connect(action, &QAction::triggered, window,
                          [window] { OpenSlideShowEditor(window); });
+    }
+    // The wizard's new show opens in the editor, where "View Show" plays it.
+    if (auto* action = window->findChild<QAction*>(QStringLiteral("mnuSlideShowWizard"))) {
+        action->setEnabled(true);
+        QObject::connect(action, &QAction::triggered, window, [window] {
+            frmSlideWizard wizard(window);
+            if (wizard.exec() == QDialog::Accepted)
+                OpenSlideShowEditor(window);
+        });
     }
 }
 

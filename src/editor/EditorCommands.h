@@ -4,8 +4,9 @@ class QWidget;
 
 namespace kavori {
 
-// Brings the main window's editor command to life: "Slide Show Editor" opens the editor on
-// the show in memory. The action is found among the window's children by object name.
+// Brings the main window's editor commands to life: "Slide Show Editor" opens the editor on
+// the show in memory, "Slide Show Wizard" makes a show and opens it there. The actions are
+// found among the window's children by object name.
 void ConnectEditorCommands(QWidget* window);
 
 } // namespace kavori
