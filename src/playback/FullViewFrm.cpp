@@ -31,6 +31,8 @@
 #include <QTimer>
 #include <QToolBar>
 
+#include <utility>
+
 namespace kavori {
 
 namespace {
@@ -208,6 +210,7 @@ void FullViewFrm::PlayShow(const PlayerStart& start)
     m_paused = false;
     m_index = IndexBefore(start.firstSlide);
     m_nextRandom = -1;
+    m_firstTarget = start.firstSlide > 0 ? start.firstSlide : -1;
     m_decoder.setScreen(screenPixels());
     m_screen = QImage(screenPixels(), QImage::Format_RGB32);
     m_screen.fill(Qt::black);
@@ -234,7 +237,8 @@ int FullViewFrm::PlaySlideShowModal(const PlayerStart& start, QWidget* parent)
 
 void FullViewFrm::SlideTimer_Timer()
 {
-    showSlide(-1);
+    // A show asked to start at a slide starts there, in random order too.
+    showSlide(std::exchange(m_firstTarget, -1));
 }
 
 void FullViewFrm::showSlide(int target)

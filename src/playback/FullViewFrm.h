@@ -117,6 +117,7 @@ private:
     PlayerStart m_start;
     int m_index = -1;
     int m_nextRandom = -1; // the random pick of the next tick, read ahead
+    int m_firstTarget = -1; // the slide the show was asked to start at
     bool m_loading = false;
     bool m_paused = false;
     bool m_ended = false;

@@ -135,6 +135,13 @@ TEST_F(PlayerTest, RandomOrderDrawsEachTick)
     EXPECT_TRUE(player->isVisible());
     // The next random pick is drawn early and read ahead.
     EXPECT_EQ(player->decoder().pending(), 1);
+
+    // Asked to start at a slide, a random show starts there.
+    PlayerStart fromThird;
+    fromThird.firstSlide = 2;
+    player = start(fromThird);
+    player->SlideTimer_Timer();
+    EXPECT_EQ(player->currentSlide(), 2);
 }
 
 TEST_F(PlayerTest, IntervalOfTheShowOrOfEachSlide)
