@@ -1,6 +1,7 @@
 #include "EditorCommands.h"
 
 #include "SlideLoadFrm.h"
+#include "frmPlaybackOptions.h"
 #include "frmSlideWizard.h"
 
 #include <QAction>
@@ -14,6 +15,12 @@ void ConnectEditorCommands(QWidget* window)
         action->setEnabled(true);
         QObject::connect(action, &QAction::triggered, window,
                          [window] { OpenSlideShowEditor(window); });
+    }
+    if (auto* action = window->findChild<QAction*>(QStringLiteral("mnuDescOptions"))) {
+        action->setEnabled(true);
+        QObject::connect(action, &QAction::triggered, window, [window] {
+            frmPlaybackOptions::Edit(window, frmPlaybackOptions::Descriptions);
+        });
     }
     // The wizard's new show opens in the editor, where "View Show" plays it.
     if (auto* action = window->findChild<QAction*>(QStringLiteral("mnuSlideShowWizard"))) {

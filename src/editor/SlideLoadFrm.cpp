@@ -2,6 +2,7 @@
 
 #include "ExitFrm.h"
 #include "SlideListModel.h"
+#include "frmPlaybackOptions.h"
 #include "frmSlideDup.h"
 #include "platform/AppPaths.h"
 #include "platform/UserSettings.h"
@@ -196,6 +197,7 @@ void SlideLoadFrm::buildButtons()
         const QVector<int> lines = selectedLines();
         play(lines.isEmpty() ? 0 : lines.first());
     });
+    add("CmdOptions", QStringLiteral("O&ptions..."), [this] { frmPlaybackOptions::Edit(this); });
     add("CmdLoad", QStringLiteral("L&oad..."), [this] { load(); });
     add("CmdSave", QStringLiteral("&Save"), [this] { save(); });
     add("CmdSaveAs", QStringLiteral("Save &As..."), [this] { saveAs(); });

@@ -1,15 +1,22 @@
 #include "editor/SlideLoadFrm.h"
+#include "editor/frmPlaybackOptions.h"
 #include "playback/FullViewFrm.h"
 #include "runtime/MsgBox.h"
 #include "settings/Settings.h"
+#include "settings/SettingsCatalogue.h"
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
 #include "support/KavoriTest.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDir>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QSlider>
+#include <QTabWidget>
 #include <QTest>
 #include <QTimer>
 
@@ -199,4 +206,46 @@ TEST_F(SlideLoadFrmTest, MissingSlidesAreFoundAndRemoved)
     EXPECT_EQ(prompts().texts(),
               QStringList({"No valid image files were dropped, unable to add these items to the "
                            "View List..."}));
+}
+
+TEST_F(SlideLoadFrmTest, PlaybackOptionsApplyToTheShowAndAreKept)
+{
+    CurrentShow().slides = {NewSlide(QStringLiteral("/p/a.jpg"))};
+    frmPlaybackOptions dialog(nullptr, frmPlaybackOptions::Descriptions);
+    EXPECT_EQ(dialog.findChild<QTabWidget*>(QStringLiteral("tabOptions"))->currentIndex(), 3);
+    auto* interval = dialog.findChild<QComboBox*>(QStringLiteral("cboInterval"));
+    interval->setCurrentIndex(interval->findText(QStringLiteral("Slide Properties")));
+    dialog.findChild<QCheckBox*>(QStringLiteral("chkEnableTransitions"))->setChecked(true);
+    dialog.findChild<QSlider*>(QStringLiteral("sldSpeed"))->setValue(6);
+    dialog.findChild<QComboBox*>(QStringLiteral("cboLocation"))->setCurrentIndex(21);
+    dialog.findChild<QCheckBox*>(QStringLiteral("chkShadow"))->setChecked(true);
+
+    // A show sound that cannot be found is refused and nothing changes.
+    dialog.findChild<QComboBox*>(QStringLiteral("cboSoundMode"))->setCurrentIndex(1);
+    dialog.findChild<QLineEdit*>(QStringLiteral("txtSoundFile"))
+        ->setText(root() + QStringLiteral("gone.wav"));
+    EXPECT_FALSE(dialog.apply());
+    EXPECT_EQ(prompts().texts(),
+              QStringList({"The specified sound file could not be found.\r\n\r\nCorrect the "
+                           "filename and then try again..."}));
+    EXPECT_FALSE(CurrentSettings().EnableTransitions);
+
+    const QString chime = writeFile(QStringLiteral("chime.wav"), "RIFF");
+    dialog.findChild<QLineEdit*>(QStringLiteral("txtSoundFile"))->setText(chime);
+    ASSERT_TRUE(dialog.apply());
+    EXPECT_TRUE(CurrentShow().UseSlideIntervals);
+    EXPECT_TRUE(CurrentShow().changed);
+    const Settings& s = CurrentSettings();
+    EXPECT_TRUE(s.EnableTransitions);
+    EXPECT_EQ(s.TransitionSpeed, 6);
+    EXPECT_EQ(s.SoundMode, 1);
+    EXPECT_EQ(s.SoundFile, chime);
+    EXPECT_EQ(s.SlideDescLoc, 21);
+    EXPECT_EQ(s.SlideDescShadow, 1);
+    // Kept as the user's defaults: a fresh load of the settings file gives them back.
+    ResetSettings();
+    LoadSettings();
+    EXPECT_TRUE(CurrentSettings().EnableTransitions);
+    EXPECT_EQ(CurrentSettings().TransitionSpeed, 6);
+    EXPECT_EQ(CurrentSettings().SlideDescLoc, 21);
 }
