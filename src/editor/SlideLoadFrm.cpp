@@ -4,6 +4,7 @@
 #include "SlideListModel.h"
 #include "frmPlaybackOptions.h"
 #include "frmSlideDup.h"
+#include "frmSlideInfo.h"
 #include "platform/AppPaths.h"
 #include "platform/UserSettings.h"
 #include "playback/FullViewFrm.h"
@@ -12,6 +13,7 @@
 #include "runtime/WaitDialog.h"
 #include "settings/Settings.h"
 #include "settings/SettingsCatalogue.h"
+#include "slideshow/ShowInformation.h"
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
 
@@ -221,6 +223,20 @@ void SlideLoadFrm::buildMenus()
     action(file, "mnuSaveShowAs", QStringLiteral("Save Slide Show &As..."), [this] { saveAs(); });
     action(file, "mnuRenameShow", QStringLiteral("Re&name Slide Show..."),
            [this] { renameShow(); });
+    file->addSeparator();
+    action(file, "mnuLoadFavoriteShow", QStringLiteral("Load from &Favorite Shows..."),
+           [this] { loadFromList(CurrentSettings().FavoriteShow, true); });
+    action(file, "mnuLoadRecentShow", QStringLiteral("Load from Recen&t Shows..."),
+           [this] { loadFromList(CurrentSettings().RecentShow, false); });
+    action(file, "mnuAddFavoriteShow", QStringLiteral("&Add to Favorite Shows"),
+           [this] { addToFavorites(); });
+    file->addSeparator();
+    action(file, "mnuSlideShowInfo", QStringLiteral("Slide Show &Information..."), [this] {
+        frmSlideInfo info(this);
+        info.exec();
+    });
+    action(file, "mnuSourceInfo", QStringLiteral("S&ource Folder Information..."),
+           [this] { sourceInformation(); });
     file->addSeparator();
     action(file, "mnuClose", QStringLiteral("&Close"), [this] { close(); });
 
@@ -531,6 +547,48 @@ bool SlideLoadFrm::load(const QString& given)
     if (loaded && !CurrentShow().slides.isEmpty())
         setSourceFolder(FolderOf(QFileInfo(path).absoluteFilePath()));
     return loaded;
+}
+
+void SlideLoadFrm::loadFromList(const std::array<QString, 20>& list, bool favorites)
+{
+    QStringList shows;
+    for (const QString& path : list)
+        if (!path.isEmpty())
+            shows << path;
+    if (shows.isEmpty()) {
+        MsgBox(
+            favorites
+                ? QStringLiteral("There are no slide shows in your favorite shows list to load...")
+                : QStringLiteral("There are no slide shows in the recent files list to load..."),
+            vbInformation, Title());
+        return;
+    }
+    const std::optional<QString> chosen = CurrentPrompts().chooseItem(
+        Title(), QStringLiteral("Select a slide show file to load:"), shows);
+    if (chosen && !chosen->isEmpty())
+        load(*chosen);
+}
+
+void SlideLoadFrm::addToFavorites()
+{
+    const QString& path = CurrentShow().path;
+    if (!named() || !IsFullPath(path)) {
+        MsgBox(QStringLiteral("Unable to add slide show to list..."), vbExclamation, Title());
+        return;
+    }
+    AddFavoriteShow(path);
+}
+
+void SlideLoadFrm::sourceInformation()
+{
+    const QStringList all = allSourceFiles();
+    qint64 bytes = 0;
+    const QStringList chosen = selectedSourceFiles();
+    for (const QString& file : chosen)
+        bytes += QFileInfo(file).size();
+    MsgBox(SourceFolderInformation(QDir::toNativeSeparators(sourceFolder()), int(all.size()),
+                                   int(chosen.size()), bytes),
+           vbInformation, Title(QStringLiteral("Source Folder Information")));
 }
 
 void SlideLoadFrm::renameShow()

@@ -4,6 +4,8 @@
 
 #include <QDialog>
 
+#include <array>
+
 class QAction;
 class QComboBox;
 class QFileSystemModel;
@@ -55,6 +57,10 @@ public:
     // Asks when there are unsaved changes, then loads a show; false when nothing was loaded.
     bool load(const QString& path = QString());
     void renameShow();
+    // Loads one show of the favourite or the recent shows, chosen from the list.
+    void loadFromList(const std::array<QString, 20>& list, bool favorites);
+    void addToFavorites();
+    void sourceInformation();
     // Plays the show from a line (the first by default).
     void play(int firstLine = 0);
     void dropFiles(const QStringList& files);

@@ -168,6 +168,16 @@ TEST_F(SlideLoadFrmTest, RefusalsAndTheClosingQuestion)
     clickInNextDialog("CmdDiscard");
     EXPECT_TRUE(editor.mayClose());
 
+    // Favourites: only a saved show goes on the list; empty lists say so.
+    prompts().clear();
+    editor.addToFavorites();
+    editor.loadFromList(CurrentSettings().FavoriteShow, true);
+    editor.loadFromList(CurrentSettings().RecentShow, false);
+    EXPECT_EQ(prompts().texts(),
+              QStringList({"Unable to add slide show to list...",
+                           "There are no slide shows in your favorite shows list to load...",
+                           "There are no slide shows in the recent files list to load..."}));
+
     // "1xx": no dialog; an untitled show is dropped.
     CurrentSettings().PromptSaveKAV = QStringLiteral("110");
     prompts().clear();

@@ -1,6 +1,7 @@
 #include "slideshow/SlideList.h"
 #include "runtime/Random.h"
 #include "settings/Settings.h"
+#include "slideshow/ShowInformation.h"
 #include "slideshow/SlideShow.h"
 #include "support/KavoriTest.h"
 
@@ -258,4 +259,48 @@ TEST_F(SlideListTest, ClosingRulesFollowTheSaveSwitches)
     EXPECT_EQ(ClosingAction(QStringLiteral("100"), true, 3), CloseAction::Drop);
     EXPECT_TRUE(ReopensLastShow(QStringLiteral("001")));
     EXPECT_FALSE(ReopensLastShow(QStringLiteral("010")));
+}
+
+TEST_F(SlideListTest, ShowInformationLines)
+{
+    SlideShow show;
+    ShowInformation info = DescribeShow(show);
+    EXPECT_EQ(info.fileSize, QStringLiteral("(Slide show has not been saved yet.)"));
+    EXPECT_EQ(info.sound, QStringLiteral("No sound file specified."));
+    EXPECT_EQ(info.textures, QStringLiteral("0 texture file(s) specified."));
+    EXPECT_EQ(info.totalTime, QStringLiteral("Time interval not specified."));
+
+    show.path = writeFile(QStringLiteral("Trip.KAV"), QByteArray(1234, 'x'));
+    const QString a = writeFile(QStringLiteral("a.jpg"), "x");
+    const QString tex = writeFile(QStringLiteral("t.bmp"), "x");
+    show.slides = {NewSlide(a), NewSlide(QStringLiteral("gone1.jpg")),
+                   NewSlide(QStringLiteral("gone2.jpg"))};
+    show.slides[0].SlideTexture = tex;
+    show.slides[1].SlideTexture = QStringLiteral("nowhere.bmp");
+    show.slides[0].SlideSound = QStringLiteral("a.wav");
+    show.slides[2].SlideSound = QStringLiteral("A.WAV");
+    CurrentSettings().SoundMode = 3;
+    CurrentSettings().SlideInterval = 50;
+    info = DescribeShow(show);
+    EXPECT_EQ(info.fileSize, QStringLiteral("1,234 bytes"));
+    EXPECT_EQ(info.slides, QStringLiteral("3 slides (images) total..."));
+    EXPECT_EQ(info.missing, QStringLiteral("(2 slides are missing.)"));
+    EXPECT_EQ(info.sound, QStringLiteral("1 sound file(s) specified."));
+    EXPECT_EQ(info.textures,
+              QStringLiteral("2 texture file(s) specified.  (One texture missing.)"));
+    EXPECT_EQ(info.totalTime, QStringLiteral("150.0 seconds  (2.5 minutes)"));
+    // Each slide's own interval when the show uses them; CD audio by name.
+    show.UseSlideIntervals = true;
+    show.slides[0].SlideDelay = 1;
+    show.slides[1].SlideDelay = 0;
+    show.slides[2].SlideDelay = 2;
+    CurrentSettings().SoundMode = 2;
+    info = DescribeShow(show);
+    EXPECT_EQ(info.totalTime, QStringLiteral("3.0 seconds  (0.1 minutes)"));
+    EXPECT_EQ(info.sound, QStringLiteral("CD Audio has been specified."));
+
+    EXPECT_EQ(SourceFolderInformation(QStringLiteral("/p"), 1200, 3, 1234567),
+              QStringLiteral("Current source file folder:\r\n/p\r\n\r\nNumber of valid files = "
+                             "1,200\r\nNumber of files selected = 3\r\nTotal file size = "
+                             "1,234,567 bytes"));
 }
