@@ -36,6 +36,8 @@
 #include <QTreeView>
 #include <QVBoxLayout>
 
+#include <memory>
+
 namespace kavori {
 
 namespace {
@@ -246,6 +248,9 @@ void SlideLoadFrm::buildMenus()
     action(list, "mnuMoveToTop", QStringLiteral("Move to &Top"), [this] { move(MoveKind::Top); });
     action(list, "mnuMoveToBottom", QStringLiteral("Move to &Bottom"),
            [this] { move(MoveKind::Bottom); });
+    list->addSeparator();
+    action(list, "mnuRenameFile", QStringLiteral("Rename Source &File..."),
+           [this] { renameFile(); });
     list->addSeparator();
     action(list, "mnuRandomizeOrder", QStringLiteral("&Randomize Order"), [this] { randomize(); });
     action(list, "mnuReverseOrder", QStringLiteral("Re&verse Order"), [this] { reverse(); });
@@ -640,6 +645,39 @@ void SlideLoadFrm::renameShow()
     show.path = check.newPath;
 }
 
+void SlideLoadFrm::renameFile()
+{
+    const QString title = Title(QStringLiteral("Rename File"));
+    const QStringList chosen = selectedSourceFiles();
+    if (chosen.isEmpty()) {
+        MsgBox(QStringLiteral("Select the file to rename and then try again..."), vbExclamation,
+               title);
+        return;
+    }
+    const QString old = chosen.first();
+    const QString name =
+        InputBox(QStringLiteral("Enter a new name for the file:"), title, FileNameOf(old));
+    if (name.trimmed().isEmpty())
+        return;
+    const RenameCheck check = CheckFileRename(old, name);
+    if (!check.refusal.isEmpty()) {
+        MsgBox(check.refusal, vbExclamation, title);
+        return;
+    }
+    if (!QFile::rename(old, check.newPath)) {
+        MsgBox(QStringLiteral("Unable to rename the file:") + NewLine2() + old + NewLine2() +
+                   QStringLiteral("..."),
+               vbCritical, title);
+        return;
+    }
+    if (RenameSlideFiles(CurrentShow(), old, check.newPath) > 0) {
+        refreshList();
+        MsgBox(QStringLiteral("The old filename was in the current slide show, the entry for "
+                              "this slide was updated as a result..."),
+               vbInformation, title);
+    }
+}
+
 void SlideLoadFrm::play(int firstLine)
 {
     const int count = int(CurrentShow().slides.size());
@@ -746,7 +784,10 @@ void OpenSlideShowEditor(QWidget* parent, const QString& showFile)
     else if (CurrentShow().slides.isEmpty() && ReopensLastShow(s.PromptSaveKAV) &&
              QFileInfo(s.LastSlideShow).isFile())
         ReadSlideShow(s.LastSlideShow);
+    std::unique_ptr<WaitDialog> wait = std::make_unique<WaitDialog>(SlideLoadFrm::Title());
+    wait->setCaption(QStringLiteral("Loading slide show editor, please wait..."));
     SlideLoadFrm editor(parent);
+    wait.reset();
     editor.exec();
 }
 

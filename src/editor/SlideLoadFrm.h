@@ -57,6 +57,8 @@ public:
     // Asks when there are unsaved changes, then loads a show; false when nothing was loaded.
     bool load(const QString& path = QString());
     void renameShow();
+    // Renames the chosen source file; slides that show it follow the new name.
+    void renameFile();
     // Loads one show of the favourite or the recent shows, chosen from the list.
     void loadFromList(const std::array<QString, 20>& list, bool favorites);
     void addToFavorites();

@@ -372,6 +372,44 @@ RenameCheck CheckShowRename(const QString& oldPath, const QString& newName)
     return check;
 }
 
+RenameCheck CheckFileRename(const QString& oldPath, const QString& newName)
+{
+    RenameCheck check;
+    QString name = newName.trimmed();
+    check.refusal = FileNameRefusal(name);
+    if (!check.refusal.isEmpty())
+        return check;
+    if (QFileInfo(name).suffix().isEmpty())
+        name += u'.' + QFileInfo(oldPath).suffix();
+    const QString path = FolderOf(oldPath) + name;
+    if (name == FileNameOf(oldPath)) {
+        check.refusal = QStringLiteral(
+            "The new filename is the same as the current one, unable to rename file...");
+        return check;
+    }
+    if (QFileInfo::exists(path)) {
+        check.refusal = QStringLiteral(
+            "The filename that was specified already exists, unable to rename file...");
+        return check;
+    }
+    check.newPath = path;
+    return check;
+}
+
+int RenameSlideFiles(SlideShow& show, const QString& oldPath, const QString& newPath)
+{
+    int renamed = 0;
+    for (Slide& slide : show.slides) {
+        if (SlideFullPath(show, slide.SlideFile) == oldPath) {
+            slide.SlideFile = newPath;
+            ++renamed;
+        }
+    }
+    if (renamed > 0)
+        show.changed = true;
+    return renamed;
+}
+
 CloseAction ClosingAction(const QString& promptSaveKAV, bool named, int slideCount)
 {
     if (promptSaveKAV.left(1) == QLatin1String("0"))

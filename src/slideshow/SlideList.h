@@ -69,6 +69,11 @@ struct RenameCheck {
     QString newPath;
 };
 RenameCheck CheckShowRename(const QString& oldPath, const QString& newName);
+// Renaming a picture or movie of the source folder: the same checks, its extension kept when
+// the new name has none.
+RenameCheck CheckFileRename(const QString& oldPath, const QString& newName);
+// After a file was renamed, the slides that named it name the new file. Returns how many.
+int RenameSlideFiles(SlideShow& show, const QString& oldPath, const QString& newPath);
 
 // What closing the editor with unsaved changes does, by the three-character PromptSaveKAV.
 enum class CloseAction { Ask, SaveNow, Drop };

@@ -304,3 +304,28 @@ TEST_F(SlideListTest, ShowInformationLines)
                              "1,200\r\nNumber of files selected = 3\r\nTotal file size = "
                              "1,234,567 bytes"));
 }
+
+TEST_F(SlideListTest, RenamedFilesAreFollowedByTheirSlides)
+{
+    const QString old = writeFile(QStringLiteral("pics/beach.jpg"), "x");
+    writeFile(QStringLiteral("pics/taken.jpg"), "x");
+    EXPECT_EQ(CheckFileRename(old, QStringLiteral("taken")).refusal,
+              QStringLiteral("The filename that was specified already exists, unable to rename "
+                             "file..."));
+    EXPECT_EQ(CheckFileRename(old, QStringLiteral("beach.jpg")).refusal,
+              QStringLiteral("The new filename is the same as the current one, unable to rename "
+                             "file..."));
+    EXPECT_FALSE(CheckFileRename(old, QStringLiteral("sea?")).refusal.isEmpty());
+    const RenameCheck fine = CheckFileRename(old, QStringLiteral("sea"));
+    EXPECT_EQ(fine.newPath, root() + QStringLiteral("pics/sea.jpg"));
+
+    SlideShow show;
+    show.path = root() + QStringLiteral("pics/Trip.KAV");
+    show.slides = {NewSlide(QStringLiteral("beach.jpg")), NewSlide(old),
+                   NewSlide(QStringLiteral("other.jpg"))};
+    EXPECT_EQ(RenameSlideFiles(show, old, fine.newPath), 2);
+    EXPECT_EQ(show.slides[0].SlideFile, fine.newPath);
+    EXPECT_EQ(show.slides[1].SlideFile, fine.newPath);
+    EXPECT_EQ(show.slides[2].SlideFile, QStringLiteral("other.jpg"));
+    EXPECT_TRUE(show.changed);
+}
