@@ -1,12 +1,12 @@
 #include "viewer/MainViewFrm.h"
 #include "imaging/ImageSaving.h"
 #include "platform/AppPaths.h"
+#include "platform/StartupState.h"
 #include "platform/UserSettings.h"
 #include "runtime/MsgBox.h"
 #include "settings/IniStore.h"
 #include "settings/Settings.h"
 #include "settings/SettingsCatalogue.h"
-#include "platform/StartupState.h"
 #include "support/KavoriTest.h"
 #include "viewer/ImageView.h"
 
@@ -38,6 +38,12 @@ protected:
         writeFile(path, {});
         image.save(path, "BMP");
         return path;
+    }
+    static void greenOnClipboard()
+    {
+        QImage green(4, 4, QImage::Format_RGB32);
+        green.fill(Qt::green);
+        QApplication::clipboard()->setImage(green);
     }
     static void run(MainViewFrm& w, const char* action)
     {
@@ -110,18 +116,6 @@ TEST_F(MainViewFrmTest, UndoEditsPasteAndFullScreenMessages)
     run(w, "mnuUndo");
     EXPECT_EQ(w.document().image().size(), QSize(40, 20));
     EXPECT_EQ(undo->text(), "Can't Undo");
-
-    // Copy, then paste over a selection, stretched.
-    run(w, "mnuCopy");
-    QImage green(4, 4, QImage::Format_RGB32);
-    green.fill(Qt::green);
-    QApplication::clipboard()->setImage(green);
-    w.imageView()->resize(400, 200);
-    prompts().answers = {vbYes};
-    run(w, "mnuPaste"); // no selection: a new untitled image
-    EXPECT_EQ(w.windowTitle(), "Kavori - [Untitled.BMP]");
-    EXPECT_EQ(w.document().image().size(), QSize(4, 4));
-    EXPECT_TRUE(w.document().imageChanged());
 }
 
 TEST_F(MainViewFrmTest, MissingBackgroundTextureIsReported)
@@ -295,9 +289,7 @@ TEST_F(MainViewFrmTest, PasteWithoutSelectionIsAnUndoableNewUntitledImage)
     const QString photo = makeImage(QStringLiteral("p.bmp"), Qt::red, QSize(40, 20));
     ASSERT_TRUE(w.openImage(photo));
     run(w, "mnu90CW"); // an older snapshot that the paste must replace
-    QImage green(4, 4, QImage::Format_RGB32);
-    green.fill(Qt::green);
-    QApplication::clipboard()->setImage(green);
+    greenOnClipboard();
 
     prompts().answers = {vbYes}; // discard the rotation: it stays in the undo snapshot
     run(w, "mnuPaste");
@@ -366,9 +358,7 @@ TEST_F(MainViewFrmTest, PasteIntoASelectionAsksAboutStretching)
     w.resize(600, 400);
     w.show();
     ASSERT_TRUE(w.openImage(makeImage(QStringLiteral("base.bmp"), Qt::red, QSize(60, 40))));
-    QImage green(4, 4, QImage::Format_RGB32);
-    green.fill(Qt::green);
-    QApplication::clipboard()->setImage(green);
+    greenOnClipboard();
 
     ImageView* view = w.imageView();
     auto select = [view] {
