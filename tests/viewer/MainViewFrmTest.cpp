@@ -436,10 +436,4 @@ TEST_F(MainViewFrmTest, CommandLineRequestOverridesTheStartupDialog)
     w.runStartSequence();
     EXPECT_EQ(prompts().pickerCalls, QStringList({"openFile: Open Image"}));
     EXPECT_EQ(w.findChild<QDialog*>(QStringLiteral("frmAbout")), nullptr);
-
-    // Without a request the setting decides.
-    CurrentStartup().CommandLine.clear();
-    MainViewFrm plain;
-    plain.runStartSequence();
-    EXPECT_NE(plain.findChild<QDialog*>(QStringLiteral("frmAbout")), nullptr);
 }
