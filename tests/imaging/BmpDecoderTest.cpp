@@ -90,6 +90,17 @@ struct Dib {
     }
 };
 
+Dib makeDib(int width, int height, int bpp, int compression = 0, int headerSize = 40)
+{
+    Dib d;
+    d.headerSize = headerSize;
+    d.width = width;
+    d.height = height;
+    d.bpp = bpp;
+    d.compression = compression;
+    return d;
+}
+
 // Rows bottom-up (or top-down), each padded to four bytes; pack(x, y) appends one pixel's bits.
 QByteArray packRows(int width, int height, int bpp, bool topDown,
                     const std::function<quint32(int, int)>& value)
@@ -166,11 +177,7 @@ TEST_F(BmpDecoderTest, EveryHeaderVersionAndDepth)
             for (bool topDown : {false, true}) {
                 if (topDown && headerSize == 12)
                     continue; // the OS/2 1.x height is unsigned
-                Dib d;
-                d.headerSize = headerSize;
-                d.width = width;
-                d.height = topDown ? -height : height;
-                d.bpp = bpp;
+                Dib d = makeDib(width, topDown ? -height : height, bpp, 0, headerSize);
                 Picture expected;
                 if (bpp <= 8) {
                     const int count = 1 << bpp;
@@ -247,12 +254,8 @@ TEST_F(BmpDecoderTest, BitFieldsOfAnyMaskAndAlpha)
         for (int headerSize : {40, 52, 56, 108, 124}) {
             if (l.a && headerSize < 56 && !(headerSize == 40 && l.alphaCompression))
                 continue; // these headers cannot give an alpha mask
-            Dib d;
-            d.headerSize = headerSize;
-            d.width = width;
-            d.height = height;
-            d.bpp = l.bpp;
-            d.compression = headerSize == 40 && l.alphaCompression ? 6 : 3;
+            Dib d = makeDib(width, height, l.bpp, headerSize == 40 && l.alphaCompression ? 6 : 3,
+                            headerSize);
             d.masks = {l.r, l.g, l.b};
             if (l.a)
                 d.masks << l.a;
@@ -264,11 +267,7 @@ TEST_F(BmpDecoderTest, BitFieldsOfAnyMaskAndAlpha)
     }
 
     // Exact scaling: full channels are 255, and 5-bit 16 is 132 (16 * 255 / 31 rounded).
-    Dib d;
-    d.width = 2;
-    d.height = 1;
-    d.bpp = 16;
-    d.compression = 3;
+    Dib d = makeDib(2, 1, 16, 3);
     d.masks = {0xF800, 0x07E0, 0x001F};
     d.pixels = packRows(2, 1, 16, false, [](int x, int) { return x ? 0xFFFFu : 16u << 11; });
     const QImage exact = DecodeBmp(d.file());
@@ -277,12 +276,7 @@ TEST_F(BmpDecoderTest, BitFieldsOfAnyMaskAndAlpha)
 
     // A 32-bit alpha mask over alpha bytes that are all zero is an opaque picture; a V5 BI_RGB
     // picture with an alpha mask keeps its alpha.
-    Dib zero;
-    zero.headerSize = 124;
-    zero.width = 2;
-    zero.height = 2;
-    zero.bpp = 32;
-    zero.compression = 3;
+    Dib zero = makeDib(2, 2, 32, 3, 124);
     zero.masks = {0xFF0000, 0xFF00, 0xFF, 0xFF000000u};
     zero.pixels = packRows(2, 2, 32, false, [](int x, int y) { return quint32(x * 100 + y); });
     expectPicture(
@@ -305,11 +299,7 @@ TEST_F(BmpDecoderTest, PalettesShorterOrLongerThanTheDepth)
     // OS/2 1.x and short OS/2 2.x headers have no colour count: the file's data offset
     // tells where a four-entry palette ends, and the pixels are not looked for further on.
     for (int headerSize : {12, 16, 40}) {
-        Dib d;
-        d.headerSize = headerSize;
-        d.width = width;
-        d.height = height;
-        d.bpp = 8;
+        Dib d = makeDib(width, height, 8, 0, headerSize);
         d.palette = four;
         d.pixels = packRows(width, height, 8, false, index);
         expectPicture(DecodeBmp(d.file()), width, height, expected,
@@ -321,10 +311,7 @@ TEST_F(BmpDecoderTest, PalettesShorterOrLongerThanTheDepth)
 
     // A palette of 300 entries for 8 bits, and of 20 for 4 bits: the extra entries are skipped.
     for (int bpp : {8, 4}) {
-        Dib d;
-        d.width = width;
-        d.height = height;
-        d.bpp = bpp;
+        Dib d = makeDib(width, height, bpp);
         d.palette = four + rampPalette(bpp == 8 ? 296 : 16);
         d.coloursUsed = quint32(d.palette.size());
         d.pixels = packRows(width, height, bpp, false, index);
@@ -334,10 +321,7 @@ TEST_F(BmpDecoderTest, PalettesShorterOrLongerThanTheDepth)
     }
 
     // Indices past a short palette are black.
-    Dib d;
-    d.width = 2;
-    d.height = 1;
-    d.bpp = 8;
+    Dib d = makeDib(2, 1, 8);
     d.palette = four;
     d.coloursUsed = 4;
     d.pixels = packRows(2, 1, 8, false, [](int x, int) { return x ? 200u : 1u; });
@@ -385,11 +369,7 @@ TEST_F(BmpDecoderTest, RunLengthPicturesWithDeltasAndGaps)
     const Picture rle4Picture = expect(
         {{0, 1, 2, 3, 0, -1}, {-1, -1, -1, -1, 3, 3}, {2, 2, -1, -1, -1, -1}, {1, 2, 1, 2, 1, 3}});
     for (bool four : {false, true}) {
-        Dib d;
-        d.width = 6;
-        d.height = 4;
-        d.bpp = four ? 4 : 8;
-        d.compression = four ? 2 : 1;
+        Dib d = makeDib(6, 4, four ? 4 : 8, four ? 2 : 1);
         d.palette = palette;
         d.coloursUsed = 4;
         d.pixels = four ? rle4 : rle8;
@@ -410,12 +390,7 @@ TEST_F(BmpDecoderTest, RunLengthPicturesWithDeltasAndGaps)
     }
 
     // OS/2 RLE24 (the 64-byte header's compression 4): runs and absolute stretches of colours.
-    Dib d;
-    d.headerSize = 64;
-    d.width = 3;
-    d.height = 2;
-    d.bpp = 24;
-    d.compression = 4;
+    Dib d = makeDib(3, 2, 24, 4, 64);
     d.pixels = QByteArray::fromHex("020000ff"
                                    "01ff0000"
                                    "0000"
@@ -431,11 +406,7 @@ TEST_F(BmpDecoderTest, RunLengthPicturesWithDeltasAndGaps)
         "RLE24");
 
     // A picture every pixel of which is set comes back opaque.
-    Dib full;
-    full.width = 4;
-    full.height = 1;
-    full.bpp = 8;
-    full.compression = 1;
+    Dib full = makeDib(4, 1, 8, 1);
     full.palette = palette;
     full.pixels = QByteArray::fromHex("04020001");
     EXPECT_FALSE(DecodeBmp(full.file()).hasAlphaChannel());
@@ -454,11 +425,7 @@ TEST_F(BmpDecoderTest, JpegAndPngInside)
         buffer.open(QIODevice::WriteOnly);
         source.save(&buffer, format, 90);
         const QImage reference = QImage::fromData(encoded, format);
-        Dib d;
-        d.width = 9;
-        d.height = 5;
-        d.bpp = 0;
-        d.compression = QByteArray(format) == "PNG" ? 5 : 4;
+        Dib d = makeDib(9, 5, 0, QByteArray(format) == "PNG" ? 5 : 4);
         d.pixels = encoded;
         for (const QByteArray& bytes : {d.file(), d.bare()}) {
             EXPECT_EQ(BmpSize(bytes), QSize(9, 5)) << format;
@@ -471,10 +438,7 @@ TEST_F(BmpDecoderTest, JpegAndPngInside)
 
 TEST_F(BmpDecoderTest, ImpossibleSizesAreRefused)
 {
-    Dib good;
-    good.width = 5;
-    good.height = 3;
-    good.bpp = 24;
+    Dib good = makeDib(5, 3, 24);
     good.pixels = packRows(5, 3, 24, false, [](int x, int y) { return quint32(x + y); });
     ASSERT_FALSE(DecodeBmp(good.file()).isNull());
 
@@ -487,52 +451,35 @@ TEST_F(BmpDecoderTest, ImpossibleSizesAreRefused)
         EXPECT_TRUE(DecodeBmp(d.bare()).isNull()) << what;
         EXPECT_FALSE(BmpSize(d.file()).isValid()) << what;
     };
-    Dib d = good;
-    d.width = 0x7FFFFFFF;
-    refused(d, "huge width");
-    d = good;
-    d.width = 9000;
-    d.height = -9000;
-    refused(d, "more pixels than the file holds");
-    d = good;
-    d.height = 0;
-    refused(d, "no rows");
-    d = good;
-    d.width = -5;
-    refused(d, "negative width");
-    d = good;
-    d.bpp = 7;
-    refused(d, "7 bits");
-    d = good;
-    d.compression = 9;
-    refused(d, "unknown compression");
-    d = good;
-    d.compression = 1;
-    refused(d, "RLE8 at 24 bits");
-    d = good;
-    d.headerSize = 64;
-    d.compression = 3;
-    refused(d, "OS/2 Huffman");
-    d = good;
-    d.headerSize = 70;
-    refused(d, "unknown header size");
+    const struct {
+        const char* what;
+        std::function<void(Dib&)> change;
+    } impossible[] = {
+        {"huge width", [](Dib& d) { d.width = 0x7FFFFFFF; }},
+        {"more pixels than the file holds", [](Dib& d) { d.width = 9000, d.height = -9000; }},
+        {"no rows", [](Dib& d) { d.height = 0; }},
+        {"negative width", [](Dib& d) { d.width = -5; }},
+        {"7 bits", [](Dib& d) { d.bpp = 7; }},
+        {"unknown compression", [](Dib& d) { d.compression = 9; }},
+        {"RLE8 at 24 bits", [](Dib& d) { d.compression = 1; }},
+        {"OS/2 Huffman", [](Dib& d) { d.headerSize = 64, d.compression = 3; }},
+        {"unknown header size", [](Dib& d) { d.headerSize = 70; }},
+    };
+    for (const auto& c : impossible) {
+        Dib d = good;
+        c.change(d);
+        refused(d, c.what);
+    }
 
     // A run-length picture of 9,000 x 9,000 from a few bytes would take 300 MB for nothing.
-    Dib rle;
-    rle.width = 9000;
-    rle.height = 9000;
-    rle.bpp = 8;
-    rle.compression = 1;
+    Dib rle = makeDib(9000, 9000, 8, 1);
     rle.palette = {qRgb(1, 2, 3)};
     rle.coloursUsed = 1;
     rle.pixels = QByteArray::fromHex("01000001");
     refused(rle, "huge run-length picture");
 
     // A bare DIB whose palette count runs past the data.
-    Dib counted;
-    counted.width = 2;
-    counted.height = 2;
-    counted.bpp = 8;
+    Dib counted = makeDib(2, 2, 8);
     counted.coloursUsed = 0x40000000;
     counted.palette = {qRgb(1, 2, 3)};
     counted.pixels = QByteArray(8, 0);
@@ -546,11 +493,7 @@ TEST_F(BmpDecoderTest, ImpossibleSizesAreRefused)
 TEST_F(BmpDecoderTest, DamagedFilesNeverCrashAndDecodeAlike)
 {
     QList<QByteArray> files;
-    Dib d;
-    d.width = 6;
-    d.height = 4;
-    d.bpp = 8;
-    d.compression = 1;
+    Dib d = makeDib(6, 4, 8, 1);
     d.palette = rampPalette(4);
     d.pixels = QByteArray::fromHex("0301000302030000000002020002020102030000000400010203"
                                    "0001");
@@ -559,20 +502,11 @@ TEST_F(BmpDecoderTest, DamagedFilesNeverCrashAndDecodeAlike)
     d.compression = 2;
     d.pixels = QByteArray::fromHex("05120130000002220002020102330000000501230000000001");
     files << d.file();
-    Dib os2;
-    os2.headerSize = 12;
-    os2.width = 5;
-    os2.height = 3;
-    os2.bpp = 4;
+    Dib os2 = makeDib(5, 3, 4, 0, 12);
     os2.palette = rampPalette(3);
     os2.pixels = packRows(5, 3, 4, false, [](int x, int y) { return quint32(x + y) % 3; });
     files << os2.file();
-    Dib fields;
-    fields.headerSize = 124;
-    fields.width = 3;
-    fields.height = -3;
-    fields.bpp = 32;
-    fields.compression = 3;
+    Dib fields = makeDib(3, -3, 32, 3, 124);
     fields.masks = {0x3FF00000, 0x000FFC00, 0x000003FF, 0xC0000000u};
     fields.pixels = packRows(3, 3, 32, true, [](int x, int y) { return quint32(x * 999 + y); });
     files << fields.file();
@@ -599,10 +533,7 @@ TEST_F(BmpDecoderTest, DamagedFilesNeverCrashAndDecodeAlike)
 TEST_F(BmpDecoderTest, BitmapFilesOpenByTheirNames)
 {
     // A bare DIB as the clipboard writes it, under each bitmap name.
-    Dib d;
-    d.width = 3;
-    d.height = -2;
-    d.bpp = 24;
+    Dib d = makeDib(3, -2, 24);
     d.pixels = packRows(3, 2, 24, true, [](int x, int y) { return quint32(x * 80 + y * 0x5000); });
     for (const char* name : {"bare.dib", "bare.BMP", "bare.rle"}) {
         const QString path = writeFile(QString::fromLatin1(name), d.bare());
@@ -620,18 +551,13 @@ TEST_F(BmpDecoderTest, BitmapFilesOpenByTheirNames)
 
     // Shrinking while decoding averages whole blocks: 4 x 4 blocks of one colour keep it, and
     // a partial block at the edge averages the pixels it has.
-    Dib blocks;
-    blocks.width = 40;
-    blocks.height = 20;
+    Dib blocks = makeDib(40, 20, 24);
     auto block = [](int x, int y) { return qRgb(x / 4 * 25, y / 4 * 50, 200); };
     blocks.pixels = packRows(40, 20, 24, false, [&](int x, int y) { return block(x, y); });
     expectPicture(
         DecodeBmp(blocks.file(), QSize(10, 10)), 10, 5,
         [&](int x, int y) { return block(4 * x, 4 * y); }, "blocks of 4");
-    Dib nine;
-    nine.width = 9;
-    nine.height = -9;
-    nine.bpp = 8;
+    Dib nine = makeDib(9, -9, 8);
     nine.palette = rampPalette(0);
     for (int i = 0; i < 9; ++i)
         nine.palette << qRgb(i * 20, 0, 0);

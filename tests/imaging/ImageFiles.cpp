@@ -24,19 +24,6 @@ private:
     QByteArray m_data;
 };
 
-QByteArray bitmapFile(int width, int height, int bpp, int compression, const QList<QRgb>& palette,
-                      const QByteArray& pixels)
-{
-    Bytes b;
-    const int offset = 14 + 40 + 4 * int(palette.size());
-    b.raw("BM").u32(quint32(offset + pixels.size())).u16(0).u16(0).u32(quint32(offset));
-    b.u32(40).u32(quint32(width)).u32(quint32(height)).u16(1).u16(bpp).u32(quint32(compression));
-    b.u32(quint32(pixels.size())).u32(2835).u32(2835).u32(quint32(palette.size())).u32(0);
-    for (QRgb c : palette)
-        b.u8(qBlue(c)).u8(qGreen(c)).u8(qRed(c)).u8(0);
-    return b.raw(pixels).data();
-}
-
 // GIF image data of literal codes only (a clear code before each keeps the code size fixed).
 QByteArray lzwLiterals(const QList<int>& pixels)
 {
@@ -113,22 +100,6 @@ QByteArray pcxRle(const QByteArray& raw)
 QColor SampleColour(int x, int y)
 {
     return QColor(kSamplePalette[sampleIndex(x, y)]);
-}
-
-QByteArray RleBitmap(bool rle4)
-{
-    const QList<QRgb> palette = {qRgb(255, 0, 0), qRgb(0, 255, 0), qRgb(0, 0, 255), qRgb(255, 255, 255)};
-    const QByteArray data = rle4 ? QByteArray::fromHex("0400" "0000" "0211" "0222" "0001")
-                                 : QByteArray::fromHex("0400" "0000" "0201" "0202" "0001");
-    return bitmapFile(4, 2, rle4 ? 4 : 8, rle4 ? 2 : 1, palette, data);
-}
-
-QByteArray TopDownBitmap()
-{
-    const QByteArray rows = QByteArray::fromHex("0000ff0000ff0000" "ff0000ff00000000");
-    QByteArray file = bitmapFile(2, 2, 24, 0, {}, rows);
-    qToLittleEndian<qint32>(-2, file.data() + 22);
-    return file;
 }
 
 QByteArray Gif(const QByteArray& signature, bool twoFrames)

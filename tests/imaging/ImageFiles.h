@@ -8,10 +8,6 @@ namespace kavori::test {
 
 // Small picture files of every type, made byte by byte so the tests know what each holds.
 
-// A 4 x 2 RLE8 (or RLE4) bitmap: bottom row red, top row green, green, blue, blue.
-QByteArray RleBitmap(bool rle4);
-// A 2 x 2 top-down 24-bit bitmap: top row red, bottom row blue.
-QByteArray TopDownBitmap();
 // An animated (two frames) or still 2 x 2 GIF; the signature as given ("GIF89a", "gif89a",
 // "GIF87a").
 QByteArray Gif(const QByteArray& signature, bool twoFrames);

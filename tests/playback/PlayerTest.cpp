@@ -173,34 +173,35 @@ TEST_F(PlayerTest, KeysAndMouseStepThroughTheShow)
     CurrentSettings().LMousePrev = true;
     auto player = start();
     player->SlideTimer_Timer();
-    key(*player, Qt::Key_Right);
-    EXPECT_EQ(player->currentSlide(), 1);
-    key(*player, Qt::Key_Space);
-    EXPECT_EQ(player->currentSlide(), 2);
-    key(*player, Qt::Key_6, Qt::KeypadModifier);
-    EXPECT_EQ(player->currentSlide(), 3);
-    key(*player, Qt::Key_Backspace);
-    EXPECT_EQ(player->currentSlide(), 2);
-    key(*player, Qt::Key_8, Qt::KeypadModifier);
-    EXPECT_EQ(player->currentSlide(), 1);
-    key(*player, Qt::Key_End);
-    EXPECT_EQ(player->currentSlide(), 4);
+    // Each key and the slide it leads to; the main keyboard's digits do nothing.
+    const struct {
+        Qt::Key key;
+        Qt::KeyboardModifiers mods;
+        int slide;
+    } steps[] = {
+        {Qt::Key_Right, Qt::NoModifier, 1},    {Qt::Key_Space, Qt::NoModifier, 2},
+        {Qt::Key_Down, Qt::NoModifier, 3},     {Qt::Key_Backspace, Qt::NoModifier, 2},
+        {Qt::Key_Up, Qt::NoModifier, 1},       {Qt::Key_6, Qt::KeypadModifier, 2},
+        {Qt::Key_2, Qt::KeypadModifier, 3},    {Qt::Key_8, Qt::KeypadModifier, 2},
+        {Qt::Key_4, Qt::KeypadModifier, 1},    {Qt::Key_6, Qt::NoModifier, 1},
+        {Qt::Key_End, Qt::NoModifier, 4},      {Qt::Key_Home, Qt::NoModifier, 0},
+        {Qt::Key_Left, Qt::NoModifier, 4},     {Qt::Key_PageUp, Qt::NoModifier, 0},
+        {Qt::Key_PageDown, Qt::NoModifier, 4},
+    };
+    for (const auto& step : steps) {
+        key(*player, step.key, step.mods);
+        EXPECT_EQ(player->currentSlide(), step.slide) << step.key;
+    }
     EXPECT_EQ(center(*player), QColor(Qt::cyan));
-    key(*player, Qt::Key_Home);
-    EXPECT_EQ(player->currentSlide(), 0);
-    key(*player, Qt::Key_Left);
-    EXPECT_EQ(player->currentSlide(), 4);
-    key(*player, Qt::Key_PageUp);
-    EXPECT_EQ(player->currentSlide(), 0);
-    key(*player, Qt::Key_PageDown);
-    EXPECT_EQ(player->currentSlide(), 4);
 
     QTest::mouseClick(player.get(), Qt::LeftButton);
     EXPECT_EQ(player->currentSlide(), 3);
     QTest::mouseClick(player.get(), Qt::RightButton);
     EXPECT_EQ(player->currentSlide(), 4);
     CurrentSettings().RMouseNext = false;
+    CurrentSettings().LMousePrev = false;
     QTest::mouseClick(player.get(), Qt::RightButton);
+    QTest::mouseClick(player.get(), Qt::LeftButton);
     EXPECT_EQ(player->currentSlide(), 4);
 
     key(*player, Qt::Key_Escape);
@@ -492,8 +493,7 @@ TEST_F(PlayerTest, SlideSoundsAndMoviesPlayThroughTheMediaLayer)
     // The next slide stops and closes it first; ending the show stops everything.
     ClearMciCommandLog();
     player->SlideTimer_Timer();
-    EXPECT_EQ(MciCommandLog().mid(0, 2),
-              QStringList({QStringLiteral("stop Movie"), QStringLiteral("close Movie")}));
+    EXPECT_EQ(MciCommandLog().mid(0, 2), QStringList({"stop Movie", "close Movie"}));
     EXPECT_FALSE(player->media().movieOpen());
     EXPECT_EQ(center(*player), QColor(Qt::blue));
     player->endShow();

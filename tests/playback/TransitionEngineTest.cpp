@@ -94,15 +94,9 @@ TEST_F(TransitionEngineTest, SizeClassesAndSpeedScaling)
 
 TEST_F(TransitionEngineTest, DispatcherCompletesRefusesAndStops)
 {
-    // 0 and 1: the whole picture at once, no pause.
-    for (qint16 n : {qint16(0), qint16(1)}) {
-        RecordingCanvas c(QSize(320, 200));
-        ShowTransition(n, c, c);
-        ASSERT_EQ(c.ops.size(), 1);
-        EXPECT_EQ(c.ops[0].rect, QRect(0, 0, 320, 200));
-    }
-    // Invalid numbers: the message, then the whole picture.
-    for (qint16 n : {qint16(58), qint16(-1)}) {
+    // 0 and 1: the whole picture at once, no pause; invalid numbers: the message, then the
+    // whole picture.
+    for (qint16 n : {qint16(0), qint16(1), qint16(58), qint16(-1)}) {
         RecordingCanvas c(QSize(320, 200));
         ShowTransition(n, c, c);
         ASSERT_EQ(c.ops.size(), 1);

@@ -12,9 +12,11 @@ using namespace kavori;
 
 class LanguagesTest : public kavori::test::KavoriTest {
 protected:
-    void writeLangFile(const QByteArray& bytes)
+    // Writes the list of languages and reads it.
+    void loadLangFile(const QByteArray& bytes)
     {
         writeFile(home() + QStringLiteral("LangFile.DAT"), bytes);
+        LoadLanguages();
     }
 };
 
@@ -24,38 +26,32 @@ TEST_F(LanguagesTest, ReadingTheListOfLanguages)
     EXPECT_EQ(CurrentLanguages().LangCount, 0);
     EXPECT_EQ(CurrentLanguages().LangCurrent, -1);
 
-    writeLangFile("-1\r\n");
-    LoadLanguages();
+    loadLangFile("-1\r\n");
     EXPECT_EQ(CurrentLanguages().LangCount, 0);
     EXPECT_EQ(CurrentLanguages().LangCurrent, -1);
 
-    writeLangFile("1\r\nKAVFR.EXE, Francais\r\nKAVDE.EXE, Deutsch\r\n");
-    LoadLanguages();
+    loadLangFile("1\r\nKAVFR.EXE, Francais\r\nKAVDE.EXE, Deutsch\r\n");
     EXPECT_EQ(CurrentLanguages().LangCount, 2);
     EXPECT_EQ(CurrentLanguages().LangCurrent, 1);
     EXPECT_EQ(CurrentLanguages().LangFile, QStringList({"KAVFR.EXE", "KAVDE.EXE"}));
     EXPECT_EQ(CurrentLanguages().LangName, QStringList({"Francais", "Deutsch"}));
 
     // An index naming no record read gives the default.
-    writeLangFile("3\r\nKAVFR.EXE, Francais\r\nKAVDE.EXE, Deutsch\r\n");
-    LoadLanguages();
+    loadLangFile("3\r\nKAVFR.EXE, Francais\r\nKAVDE.EXE, Deutsch\r\n");
     EXPECT_EQ(CurrentLanguages().LangCurrent, -1);
 
     // At most 25 records; reading stops at an empty name or label.
     QByteArray many = "0\r\n";
     for (int i = 0; i < 30; ++i)
         many += "L" + QByteArray::number(i) + ".EXE, Lang " + QByteArray::number(i) + "\r\n";
-    writeLangFile(many);
-    LoadLanguages();
+    loadLangFile(many);
     EXPECT_EQ(CurrentLanguages().LangCount, 25);
     EXPECT_EQ(CurrentLanguages().LangName.last(), "Lang 24");
-    writeLangFile("0\r\nA.EXE, One\r\nB.EXE,\r\nC.EXE, Three\r\n");
-    LoadLanguages();
+    loadLangFile("0\r\nA.EXE, One\r\nB.EXE,\r\nC.EXE, Three\r\n");
     EXPECT_EQ(CurrentLanguages().LangCount, 1);
 
     // Garbage never stops start-up.
-    writeLangFile(QByteArray("\x00\xff\x01,,\"\r\n", 7) + QByteArray(100000, 'z'));
-    LoadLanguages();
+    loadLangFile(QByteArray("\x00\xff\x01,,\"\r\n", 7) + QByteArray(100000, 'z'));
     EXPECT_LE(CurrentLanguages().LangCount, 25);
     EXPECT_EQ(CurrentLanguages().LangCurrent, -1);
 }
@@ -63,8 +59,7 @@ TEST_F(LanguagesTest, ReadingTheListOfLanguages)
 TEST_F(LanguagesTest, SavingWarnsOnceAndDropsMissingPrograms)
 {
     writeFile(home() + QStringLiteral("KAVDE.EXE"), "program");
-    writeLangFile("2\r\nKAVFR.EXE, Francais\r\nKAVDE.EXE, Deutsch\r\nKAVIT.EXE, Italiano\r\n");
-    LoadLanguages();
+    loadLangFile("2\r\nKAVFR.EXE, Francais\r\nKAVDE.EXE, Deutsch\r\nKAVIT.EXE, Italiano\r\n");
     EXPECT_EQ(CurrentLanguages().LangCurrent, 2);
     CurrentLanguages().LangCurrent = 1;
     SaveLanguages();
@@ -80,8 +75,7 @@ TEST_F(LanguagesTest, SavingWarnsOnceAndDropsMissingPrograms)
 TEST_F(LanguagesTest, DialogListsSelectsAndRefuses)
 {
     writeFile(home() + QStringLiteral("KAVFR.EXE"), "program");
-    writeLangFile("-1\r\nKAVFR.EXE, Francais\r\n");
-    LoadLanguages();
+    loadLangFile("-1\r\nKAVFR.EXE, Francais\r\n");
     EXPECT_EQ(LanguageListEntries(),
               QStringList({"English        *Default*      - KAVORIX.EXE", "Francais KAVFR.EXE"}));
     EnsureAppHome();

@@ -190,6 +190,12 @@ protected:
         ClearIni();
         KavoriTest::TearDown();
     }
+    // Writes the settings file and loads it.
+    void loadIni(const QByteArray& text)
+    {
+        writeFile(home() + QStringLiteral("KAVORI.INI"), text);
+        LoadSettings();
+    }
     // Writes one value for every key of the table and loads the file.
     void loadWith(const char* KeyCase::*value)
     {
@@ -198,8 +204,7 @@ protected:
             QByteArray& section = isPackageKey(QString::fromLatin1(c.key)) ? package : viewer;
             section += QByteArray(c.key) + '=' + QByteArray(c.*value) + "\r\n";
         }
-        writeFile(home() + QStringLiteral("KAVORI.INI"), viewer + package);
-        LoadSettings();
+        loadIni(viewer + package);
     }
     QString m_cwd;
 };
@@ -213,36 +218,21 @@ TEST_F(SettingsCatalogueTest, EveryKeyMissingBadAndOutOfRange)
             << c.key;
     }
 
-    writeFile(home() + QStringLiteral("KAVORI.INI"), "");
-    LoadSettings();
-    for (const KeyCase& c : kCases)
-        EXPECT_EQ(SettingText(QString::fromLatin1(c.key)), QString::fromUtf8(c.missing))
-            << "missing " << c.key;
-
+    auto expectAll = [](const char* KeyCase::*value, const char* what) {
+        for (const KeyCase& c : kCases)
+            EXPECT_EQ(SettingText(QString::fromLatin1(c.key)), QString::fromUtf8(c.*value))
+                << what << " " << c.key;
+    };
+    loadIni("");
+    expectAll(&KeyCase::missing, "missing");
     loadWith(&KeyCase::bad);
-    for (const KeyCase& c : kCases)
-        EXPECT_EQ(SettingText(QString::fromLatin1(c.key)), QString::fromUtf8(c.badRead))
-            << "bad " << c.key;
-
+    expectAll(&KeyCase::badRead, "bad");
     loadWith(&KeyCase::out);
-    for (const KeyCase& c : kCases)
-        EXPECT_EQ(SettingText(QString::fromLatin1(c.key)), QString::fromUtf8(c.outRead))
-            << "out " << c.key;
-
+    expectAll(&KeyCase::outRead, "out");
     // No file at all gives the defaults too.
     QFile::remove(home() + QStringLiteral("KAVORI.INI"));
     LoadSettings();
-    const Settings& s = CurrentSettings();
-    EXPECT_EQ(s.QualityJPG, 8);
-    EXPECT_EQ(s.SlideInterval, 5);
-    EXPECT_EQ(s.TransitionSpeed, 3);
-    EXPECT_EQ(s.MainSizeX, 9510);
-    EXPECT_EQ(s.MainSizeY, 7110);
-    EXPECT_EQ(s.NewImageX, 640);
-    EXPECT_EQ(s.NewImageY, 480);
-    EXPECT_EQ(s.MouseSensitivity, 4);
-    EXPECT_EQ(s.RotateAngle, 180);
-    EXPECT_EQ(s.OpenPreviewTimer, 500);
+    expectAll(&KeyCase::missing, "no file,");
 }
 
 TEST_F(SettingsCatalogueTest, DamagedSettingsFilesGiveDefaults)
@@ -255,12 +245,9 @@ TEST_F(SettingsCatalogueTest, DamagedSettingsFilesGiveDefaults)
     QByteArray garbage;
     for (int i = 0; i < 100000; ++i)
         garbage.append(char((i * 7 + (i >> 3)) & 0xff));
-    writeFile(home() + QStringLiteral("KAVORI.INI"), garbage);
-    LoadSettings();
+    loadIni(garbage);
     EXPECT_EQ(CurrentSettings().SlideInterval, 5);
-    writeFile(home() + QStringLiteral("KAVORI.INI"),
-              "[Viewer]\r\nSlideInterval=" + QByteArray(100000, '9') + "\r\nQualityJPG=2\r\n");
-    LoadSettings();
+    loadIni("[Viewer]\r\nSlideInterval=" + QByteArray(100000, '9') + "\r\nQualityJPG=2\r\n");
     EXPECT_EQ(CurrentSettings().SlideInterval, 5);
     EXPECT_EQ(CurrentSettings().QualityJPG, 2);
 }
@@ -274,31 +261,21 @@ TEST_F(SettingsCatalogueTest, LastOpenedFileAndFavoriteFolder)
     // The scratch image is never reopened; a folder becomes the current folder.
     for (const QString& scratch : QStringList{root() + QStringLiteral("tmp/Untitled.BMP"),
                                               home() + QStringLiteral("untitled.bmp")}) {
-        writeFile(home() + QStringLiteral("KAVORI.INI"),
-                  "[Viewer]\r\nLastOpenedFile=" + scratch.toUtf8() + "\r\n");
-        LoadSettings();
+        loadIni("[Viewer]\r\nLastOpenedFile=" + scratch.toUtf8() + "\r\n");
         EXPECT_EQ(CurrentSettings().LastOpenedFile, "") << scratch.toStdString();
     }
-    writeFile(home() + QStringLiteral("KAVORI.INI"),
-              "[Viewer]\r\nLastOpenedFile=" + elsewhere.toUtf8() + "\r\n");
-    LoadSettings();
+    loadIni("[Viewer]\r\nLastOpenedFile=" + elsewhere.toUtf8() + "\r\n");
     EXPECT_EQ(CurrentSettings().LastOpenedFile, "");
     EXPECT_EQ(QDir::currentPath() + u'/', elsewhere);
-    writeFile(home() + QStringLiteral("KAVORI.INI"), "[Viewer]\r\nLastOpenedFile=/pics/a.jpg\r\n");
-    LoadSettings();
+    loadIni("[Viewer]\r\nLastOpenedFile=/pics/a.jpg\r\n");
     EXPECT_EQ(CurrentSettings().LastOpenedFile, "/pics/a.jpg");
 
     // Favourite folder: the Slides folder by default or when the stored one is gone.
-    writeFile(home() + QStringLiteral("KAVORI.INI"), "");
-    LoadSettings();
+    loadIni("");
     EXPECT_EQ(CurrentSettings().FavoriteFolder, home() + QStringLiteral("Slides/"));
-    writeFile(home() + QStringLiteral("KAVORI.INI"),
-              "[Viewer]\r\nFavoriteFolder=" + root().toUtf8() + "work\r\n");
-    LoadSettings();
+    loadIni("[Viewer]\r\nFavoriteFolder=" + root().toUtf8() + "work\r\n");
     EXPECT_EQ(CurrentSettings().FavoriteFolder, elsewhere);
-    writeFile(home() + QStringLiteral("KAVORI.INI"),
-              "[Viewer]\r\nFavoriteFolder=/no/such/folder\r\n");
-    LoadSettings();
+    loadIni("[Viewer]\r\nFavoriteFolder=/no/such/folder\r\n");
     EXPECT_EQ(CurrentSettings().FavoriteFolder, home() + QStringLiteral("Slides/"));
     QDir(home() + QStringLiteral("Slides")).removeRecursively();
     LoadSettings();
@@ -307,9 +284,7 @@ TEST_F(SettingsCatalogueTest, LastOpenedFileAndFavoriteFolder)
 
 TEST_F(SettingsCatalogueTest, GroupWritersWriteTheirKeysOnly)
 {
-    writeFile(home() + QStringLiteral("KAVORI.INI"),
-              "; mine\r\n[Viewer]\r\nQualityJPG=3\r\nUnknownKey=kept\r\n");
-    LoadSettings();
+    loadIni("; mine\r\n[Viewer]\r\nQualityJPG=3\r\nUnknownKey=kept\r\n");
     Settings& s = CurrentSettings();
     s.StretchImages = false;
     s.QualityJPG = 9;

@@ -13,12 +13,6 @@
 
 namespace kavori::test {
 
-namespace {
-const char* const kVariables[] = {"KAVORI_HOME",     "HOME",          "TMPDIR",
-                                  "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME",
-                                  "XDG_RUNTIME_DIR", "XDG_STATE_HOME"};
-}
-
 void KavoriTest::SetUp()
 {
     m_dir = std::make_unique<QTemporaryDir>();
@@ -34,9 +28,8 @@ void KavoriTest::SetUp()
         {"XDG_RUNTIME_DIR", base + QStringLiteral("/run")},
         {"XDG_STATE_HOME", base + QStringLiteral("/home/.local/state")},
     };
-    for (const char* name : kVariables)
-        m_savedEnv.insert(name, qgetenv(name));
     for (const auto& [name, path] : places) {
+        m_savedEnv.insert(name, qgetenv(name));
         QDir().mkpath(path);
         QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         qputenv(name, QFile::encodeName(path));

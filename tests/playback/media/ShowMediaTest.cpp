@@ -5,11 +5,11 @@
 #include "playback/media/ShowMedia.h"
 
 #include "platform/AppPaths.h"
+#include "platform/StartupState.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Random.h"
 #include "settings/Settings.h"
 #include "slideshow/SlideShow.h"
-#include "platform/StartupState.h"
 
 #include "support/KavoriTest.h"
 
@@ -98,27 +98,23 @@ TEST_F(ShowMediaTest, EachSoundKindGoesThroughItsOwnCommands)
         ASSERT_TRUE(show->PlayThisSoundFile(file));
         EXPECT_EQ(show->soundPlaying(), SoundKind::MciAudio);
         EXPECT_EQ(takeLog(), QStringList({
-                                 QStringLiteral("open ") + quoted(file) +
-                                     QStringLiteral(" type MPEGVideo alias MPEGAudio"),
-                                 QStringLiteral("set MPEGAudio time format frames"),
-                                 QStringLiteral("window MPEGAudio handle ") + soundBoxHandle(),
-                                 QStringLiteral("play MPEGAudio from 0"),
+                                 "open " + quoted(file) + " type MPEGVideo alias MPEGAudio",
+                                 "set MPEGAudio time format frames",
+                                 "window MPEGAudio handle " + soundBoxHandle(),
+                                 "play MPEGAudio from 0",
                              }));
         show->StopPlayingSound();
-        EXPECT_EQ(takeLog(), QStringList({QStringLiteral("stop MPEGAudio"),
-                                          QStringLiteral("close MPEGAudio")}));
+        EXPECT_EQ(takeLog(), QStringList({"stop MPEGAudio", "close MPEGAudio"}));
         EXPECT_TRUE(media->last(MciDeviceType::MPEGVideo)->closed);
     }
     EXPECT_FALSE(timer("TimerLoopSound")->isActive());
 
     ASSERT_TRUE(show->PlayThisSoundFile(midi));
-    EXPECT_EQ(takeLog(), QStringList({QStringLiteral("open ") + quoted(midi) +
-                                          QStringLiteral(" type sequencer alias MIDIFile"),
-                                      QStringLiteral("play MIDIFile")}));
+    EXPECT_EQ(takeLog(), QStringList({"open " + quoted(midi) + " type sequencer alias MIDIFile",
+                                      "play MIDIFile"}));
     // A new sound stops the one before it.
     ASSERT_TRUE(show->PlayThisSoundFile(wave));
-    EXPECT_EQ(takeLog(),
-              QStringList({QStringLiteral("stop MIDIFile"), QStringLiteral("close MIDIFile")}));
+    EXPECT_EQ(takeLog(), QStringList({"stop MIDIFile", "close MIDIFile"}));
     ASSERT_EQ(WaveSoundLog().size(), 1);
     EXPECT_EQ(WaveSoundLog()[0].file, wave);
     EXPECT_EQ(WaveSoundLog()[0].flags, 0x03u);
@@ -184,11 +180,10 @@ TEST_F(ShowMediaTest, LoopingSoundsArePolledAndStartedAgainWhenStopped)
     takeLog();
 
     show->onLoopSound();
-    EXPECT_EQ(takeLog(), QStringList({QStringLiteral("status MIDIFile mode")}));
+    EXPECT_EQ(takeLog(), QStringList({"status MIDIFile mode"}));
     media->last(MciDeviceType::Sequencer)->mode = MciMode::Stopped;
     show->onLoopSound();
-    EXPECT_EQ(takeLog(), QStringList({QStringLiteral("status MIDIFile mode"),
-                                      QStringLiteral("play MIDIFile from 0")}));
+    EXPECT_EQ(takeLog(), QStringList({"status MIDIFile mode", "play MIDIFile from 0"}));
     EXPECT_EQ(media->last(MciDeviceType::Sequencer)->plays, 2);
 
     const QString mp3 = writeFile(QStringLiteral("b.snd"), ".snd");
@@ -196,8 +191,7 @@ TEST_F(ShowMediaTest, LoopingSoundsArePolledAndStartedAgainWhenStopped)
     takeLog();
     media->last(MciDeviceType::MPEGVideo)->mode = MciMode::Stopped;
     show->onLoopSound();
-    EXPECT_EQ(takeLog(), QStringList({QStringLiteral("status MPEGAudio mode"),
-                                      QStringLiteral("play MPEGAudio from 0")}));
+    EXPECT_EQ(takeLog(), QStringList({"status MPEGAudio mode", "play MPEGAudio from 0"}));
 
     // A replay that fails is told once and the polling ends.
     media->last(MciDeviceType::MPEGVideo)->mode = MciMode::Stopped;
@@ -220,9 +214,8 @@ TEST_F(ShowMediaTest, CdTracksPlayTheWholeDiscOrExactlyOneTrack)
 {
     CurrentSettings().CdRomDriveLetter = QStringLiteral("E:");
     ASSERT_TRUE(show->PlayThisCDTrack(0));
-    EXPECT_EQ(takeLog(), QStringList({QStringLiteral("open E: type cdaudio alias CDTrack"),
-                                      QStringLiteral("set CDTrack time format tmsf"),
-                                      QStringLiteral("play CDTrack from 1")}));
+    EXPECT_EQ(takeLog(), QStringList({"open E: type cdaudio alias CDTrack",
+                                      "set CDTrack time format tmsf", "play CDTrack from 1"}));
     EXPECT_EQ(media->last(MciDeviceType::CdAudio)->element, QStringLiteral("E:"));
     EXPECT_FALSE(timer("TimerLoopSound")->isActive());
     EXPECT_EQ(show->cdTrackPlaying(), QStringLiteral("1"));
@@ -231,22 +224,18 @@ TEST_F(ShowMediaTest, CdTracksPlayTheWholeDiscOrExactlyOneTrack)
     CurrentSettings().SoundLoop = true;
     ASSERT_TRUE(show->PlayThisCDTrack(5));
     EXPECT_EQ(takeLog(),
-              QStringList({QStringLiteral("stop CDTrack"), QStringLiteral("close CDTrack"),
-                           QStringLiteral("open E: type cdaudio alias CDTrack"),
-                           QStringLiteral("set CDTrack time format tmsf"),
-                           QStringLiteral("play CDTrack from 5 to 6")}));
+              QStringList({"stop CDTrack", "close CDTrack", "open E: type cdaudio alias CDTrack",
+                           "set CDTrack time format tmsf", "play CDTrack from 5 to 6"}));
     EXPECT_TRUE(timer("TimerLoopSound")->isActive());
 
     show->onLoopSound();
-    EXPECT_EQ(takeLog(), QStringList({QStringLiteral("status CDTrack mode")}));
+    EXPECT_EQ(takeLog(), QStringList({"status CDTrack mode"}));
     media->last(MciDeviceType::CdAudio)->mode = MciMode::Stopped;
     show->onLoopSound();
-    EXPECT_EQ(takeLog(), QStringList({QStringLiteral("status CDTrack mode"),
-                                      QStringLiteral("play CDTrack from 5 to 6")}));
+    EXPECT_EQ(takeLog(), QStringList({"status CDTrack mode", "play CDTrack from 5 to 6"}));
 
     show->StopPlayingCD();
-    EXPECT_EQ(takeLog(),
-              QStringList({QStringLiteral("stop CDTrack"), QStringLiteral("close CDTrack")}));
+    EXPECT_EQ(takeLog(), QStringList({"stop CDTrack", "close CDTrack"}));
     EXPECT_FALSE(timer("TimerLoopSound")->isActive());
     EXPECT_FALSE(show->cdFailed());
     EXPECT_TRUE(prompts().calls.isEmpty());
@@ -311,15 +300,14 @@ TEST_F(ShowMediaTest, AMovieIsOpenedPlacedPlayedAndRepeated)
     ASSERT_TRUE(show->PlayMovie(avi, placement));
     const QString handle = QString::number(MediaWindowHandle(picMovie));
     EXPECT_EQ(takeLog(), QStringList({
-                             QStringLiteral("open ") + quoted(avi) +
-                                 QStringLiteral(" type AVIVideo alias Movie"),
-                             QStringLiteral("set Movie time format frames"),
-                             QStringLiteral("window Movie handle ") + handle,
-                             QStringLiteral("put Movie source"),
-                             QStringLiteral("where Movie source"),
-                             QStringLiteral("put Movie destination"),
-                             QStringLiteral("realize Movie normal"),
-                             QStringLiteral("play Movie from 0"),
+                             "open " + quoted(avi) + " type AVIVideo alias Movie",
+                             "set Movie time format frames",
+                             "window Movie handle " + handle,
+                             "put Movie source",
+                             "where Movie source",
+                             "put Movie destination",
+                             "realize Movie normal",
+                             "play Movie from 0",
                          }));
     EXPECT_EQ(media->last(MciDeviceType::AVIVideo)->window, picMovie);
     EXPECT_EQ(picMovie->geometry(), QRect(352, 264, 320, 241));
@@ -327,11 +315,10 @@ TEST_F(ShowMediaTest, AMovieIsOpenedPlacedPlayedAndRepeated)
     EXPECT_TRUE(timer("TimerLoopMovie")->isActive());
 
     show->onLoopMovie();
-    EXPECT_EQ(takeLog(), QStringList({QStringLiteral("status Movie mode")}));
+    EXPECT_EQ(takeLog(), QStringList({"status Movie mode"}));
     media->last(MciDeviceType::AVIVideo)->mode = MciMode::Stopped;
     show->onLoopMovie();
-    EXPECT_EQ(takeLog(), QStringList({QStringLiteral("status Movie mode"),
-                                      QStringLiteral("play Movie from 0")}));
+    EXPECT_EQ(takeLog(), QStringList({"status Movie mode", "play Movie from 0"}));
 
     // The next movie slide closes this one first; other kinds open as MPEGVideo.
     const QString mov = writeFile(QStringLiteral("clip.Mov"), "moov");
@@ -346,8 +333,7 @@ TEST_F(ShowMediaTest, AMovieIsOpenedPlacedPlayedAndRepeated)
     EXPECT_EQ(picMovie->geometry(), QRect(0, 0, 320, 241));
 
     show->StopMovie();
-    EXPECT_EQ(takeLog(),
-              QStringList({QStringLiteral("stop Movie"), QStringLiteral("close Movie")}));
+    EXPECT_EQ(takeLog(), QStringList({"stop Movie", "close Movie"}));
     EXPECT_FALSE(picMovie->isVisibleTo(owner.get()));
     EXPECT_FALSE(timer("TimerLoopMovie")->isActive());
     show->StopMovie();
@@ -374,16 +360,13 @@ TEST_F(ShowMediaTest, ThePlayListAdvancesInOrderOrAtRandom)
     takeLog();
 
     show->onPlayList();
-    EXPECT_EQ(takeLog(), QStringList({QStringLiteral("status MPEGAudio mode")}));
+    EXPECT_EQ(takeLog(), QStringList({"status MPEGAudio mode"}));
     media->last(MciDeviceType::MPEGVideo)->mode = MciMode::Stopped;
     show->onPlayList();
     EXPECT_EQ(show->playListIndex(), 1);
-    EXPECT_EQ(takeLog(),
-              QStringList({QStringLiteral("status MPEGAudio mode"),
-                           QStringLiteral("stop MPEGAudio"), QStringLiteral("close MPEGAudio"),
-                           QStringLiteral("open ") + quoted(b) +
-                               QStringLiteral(" type sequencer alias MIDIFile"),
-                           QStringLiteral("play MIDIFile")}));
+    EXPECT_EQ(takeLog(), QStringList({"status MPEGAudio mode", "stop MPEGAudio", "close MPEGAudio",
+                                      "open " + quoted(b) + " type sequencer alias MIDIFile",
+                                      "play MIDIFile"}));
 
     media->last(MciDeviceType::Sequencer)->mode = MciMode::Stopped;
     show->onPlayList();
@@ -532,13 +515,13 @@ TEST_F(ShowMediaTest, PausingTheShowHoldsItsSoundWhenMakePauseSndIsOn)
 
     CurrentSettings().MakePauseSnd = true;
     show->pauseSound(true);
-    EXPECT_EQ(takeLog(), QStringList({QStringLiteral("pause MPEGAudio")}));
+    EXPECT_EQ(takeLog(), QStringList({"pause MPEGAudio"}));
     // While paused the polling does not take the pause for an end.
     show->onLoopSound();
     show->onPlayList();
     EXPECT_TRUE(takeLog().isEmpty());
     show->pauseSound(false);
-    EXPECT_EQ(takeLog(), QStringList({QStringLiteral("play MPEGAudio")}));
+    EXPECT_EQ(takeLog(), QStringList({"play MPEGAudio"}));
     EXPECT_EQ(media->last(MciDeviceType::MPEGVideo)->mode, MciMode::Playing);
 
     // A wave cannot hold: it is cut off and starts again.
