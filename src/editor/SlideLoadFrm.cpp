@@ -1,6 +1,7 @@
 #include "SlideLoadFrm.h"
 
 #include "ExitFrm.h"
+#include "LoadSlideFile.h"
 #include "SlideListModel.h"
 #include "frmPlaybackOptions.h"
 #include "frmSlideDup.h"
@@ -543,8 +544,7 @@ bool SlideLoadFrm::load(const QString& given)
         return false;
     QString path = given;
     if (path.isEmpty())
-        path = CurrentPrompts().openFile(QStringLiteral("Load Slide Show"), sourceFolder(),
-                                         showFilter());
+        path = LoadSlideFile::Choose(sourceFolder(), this);
     if (path.isEmpty())
         return false;
     const bool loaded = ReadSlideShow(path);

@@ -1,10 +1,13 @@
 #include "ShowInformation.h"
 
 #include "SlideList.h"
+#include "platform/AppPaths.h"
 #include "runtime/Format.h"
 #include "runtime/MsgBox.h"
 #include "settings/Settings.h"
 
+#include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QSet>
 
@@ -82,6 +85,50 @@ ShowInformation DescribeShow(const SlideShow& show)
             Format(seconds, QStringLiteral("###,###.0")) + QStringLiteral(" seconds  (") +
             Format(seconds / 60.0, QStringLiteral("###,##0.0")) + QStringLiteral(" minutes)");
     return info;
+}
+
+QStringList ShowFilesIn(const QString& folder)
+{
+    QStringList shows;
+    const QDir dir(folder);
+    for (const QString& name : dir.entryList(QDir::Files, QDir::Name | QDir::IgnoreCase))
+        if (HasExtension(name, QStringLiteral(".KAV")))
+            shows << dir.filePath(name);
+    return shows;
+}
+
+ShowFileDetails DescribeShowFile(const QString& path)
+{
+    ShowFileDetails details;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        details.size = QStringLiteral("Unknown...");
+        details.info = QStringLiteral("(Open file to edit...)");
+        return details;
+    }
+    details.size = Format(file.size(), QStringLiteral("###,##0")) + QStringLiteral(" bytes");
+    // The notes are the fourteenth line of the current layouts; older shows have none.
+    QStringList lines;
+    while (lines.size() < 14 && !file.atEnd())
+        lines << QString::fromLatin1(file.readLine()).trimmed();
+    const auto unquote = [](QString v) {
+        if (v.startsWith(u'"'))
+            v = v.mid(1);
+        if (v.endsWith(u'"'))
+            v.chop(1);
+        return v;
+    };
+    const bool current = lines.size() >= 14 &&
+                         unquote(lines[0]) == QLatin1String("Kavori Slide Show") &&
+                         (unquote(lines[1]) == QLatin1String("Version 2.0") ||
+                          unquote(lines[1]) == QLatin1String("Version 3.0"));
+    if (!current)
+        details.info = QStringLiteral("(Open file to edit...)");
+    else if (const QString notes = unquote(lines[13]); !notes.isEmpty())
+        details.info = notes;
+    else
+        details.info = QStringLiteral("Open slide show to edit comments.");
+    return details;
 }
 
 QString SourceFolderInformation(const QString& folder, int validFiles, int selectedFiles,

@@ -3,6 +3,7 @@
 #include "SlideShow.h"
 
 #include <QString>
+#include <QStringList>
 
 namespace kavori {
 
@@ -18,6 +19,16 @@ struct ShowInformation {
 };
 
 ShowInformation DescribeShow(const SlideShow& show);
+
+// The show files of a folder, by name.
+QStringList ShowFilesIn(const QString& folder);
+
+// What the load dialog tells about a show file before it is opened.
+struct ShowFileDetails {
+    QString size; // "1,234 bytes" or "Unknown..."
+    QString info; // its notes, "Open slide show to edit comments." or "(Open file to edit...)"
+};
+ShowFileDetails DescribeShowFile(const QString& path);
 
 // The source folder information: the folder, the valid files, the chosen ones and their size.
 QString SourceFolderInformation(const QString& folder, int validFiles, int selectedFiles,

@@ -1,4 +1,5 @@
 #include "editor/SlideLoadFrm.h"
+#include "editor/LoadSlideFile.h"
 #include "editor/frmPlaybackOptions.h"
 #include "playback/FullViewFrm.h"
 #include "runtime/MsgBox.h"
@@ -13,6 +14,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSlider>
@@ -258,4 +260,45 @@ TEST_F(SlideLoadFrmTest, PlaybackOptionsApplyToTheShowAndAreKept)
     EXPECT_TRUE(CurrentSettings().EnableTransitions);
     EXPECT_EQ(CurrentSettings().TransitionSpeed, 6);
     EXPECT_EQ(CurrentSettings().SlideDescLoc, 21);
+}
+
+TEST_F(SlideLoadFrmTest, LoadDialogListsShowsWithTheirDetails)
+{
+    CurrentShow().slides = {NewSlide(QStringLiteral("/p/a.jpg"))};
+    CurrentShow().ShowInfo = QStringLiteral("Summer holiday");
+    QDir().mkpath(root() + QStringLiteral("shows"));
+    ASSERT_TRUE(WriteSlideShow(root() + QStringLiteral("shows/b.KAV")));
+    CurrentShow().ShowInfo.clear();
+    ASSERT_TRUE(WriteSlideShow(root() + QStringLiteral("shows/c.kav")));
+    writeFile(QStringLiteral("shows/a.KAV"), "Kavori Slide Show\r\nVersion 1.X\r\n");
+    writeFile(QStringLiteral("shows/notes.txt"), "x");
+
+    LoadSlideFile dialog(root() + QStringLiteral("shows"));
+    ASSERT_EQ(dialog.shows().size(), 3);
+    EXPECT_TRUE(dialog.shows()[0].endsWith(QStringLiteral("a.KAV")));
+    QString chosen;
+    EXPECT_FALSE(dialog.accept(&chosen));
+    EXPECT_EQ(prompts().texts().last(),
+              QStringLiteral("Select a slide show file to load first..."));
+    auto text = [&](const char* name) {
+        return dialog.findChild<QLabel*>(QString::fromLatin1(name))->text();
+    };
+    dialog.choose(0);
+    EXPECT_EQ(text("lblInfo"), QStringLiteral("(Open file to edit...)"));
+    EXPECT_EQ(text("lblSize"), QStringLiteral("32 bytes"));
+    dialog.choose(1);
+    EXPECT_EQ(text("lblInfo"), QStringLiteral("Summer holiday"));
+    dialog.choose(2);
+    EXPECT_EQ(text("lblInfo"), QStringLiteral("Open slide show to edit comments."));
+    ASSERT_TRUE(dialog.accept(&chosen));
+    EXPECT_TRUE(chosen.endsWith(QStringLiteral("c.kav")));
+
+    LoadSlideFile empty(root());
+    EXPECT_FALSE(empty.accept(&chosen));
+    EXPECT_EQ(prompts().texts().last(),
+              QStringLiteral("There are no slide show files in the selected directory to load..."));
+    empty.setSource(LoadSlideFile::Favorites);
+    EXPECT_FALSE(empty.accept(&chosen));
+    EXPECT_EQ(prompts().texts().last(),
+              QStringLiteral("There are no slide shows in your favorite shows list to load..."));
 }
