@@ -240,6 +240,7 @@ void SlideLoadFrm::buildMenus()
     });
     action(file, "mnuSourceInfo", QStringLiteral("S&ource Folder Information..."),
            [this] { sourceInformation(); });
+    action(file, "mnuNewFolder", QStringLiteral("&New Folder..."), [this] { newFolder(); });
     file->addSeparator();
     action(file, "mnuClose", QStringLiteral("&Close"), [this] { close(); });
 
@@ -676,6 +677,25 @@ void SlideLoadFrm::renameFile()
                               "this slide was updated as a result..."),
                vbInformation, title);
     }
+}
+
+void SlideLoadFrm::newFolder()
+{
+    const QString name = InputBox(QStringLiteral("Enter the name of the folder to create:"),
+                                  Title(), QStringLiteral("New Folder"));
+    const QString refusal = FolderNameRefusal(name);
+    if (!refusal.isEmpty()) {
+        MsgBox(refusal, vbExclamation, Title());
+        return;
+    }
+    const QString path = AddSlash(sourceFolder()) + name.trimmed();
+    if (!QDir().mkpath(path)) {
+        MsgBox(QStringLiteral("Unable to create the folder:") + NewLine2() + path + NewLine2() +
+                   QStringLiteral("..."),
+               vbCritical, Title());
+        return;
+    }
+    setSourceFolder(path);
 }
 
 void SlideLoadFrm::play(int firstLine)

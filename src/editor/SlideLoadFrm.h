@@ -59,6 +59,8 @@ public:
     void renameShow();
     // Renames the chosen source file; slides that show it follow the new name.
     void renameFile();
+    // Makes a folder in the source folder (a place for a new show) and opens it.
+    void newFolder();
     // Loads one show of the favourite or the recent shows, chosen from the list.
     void loadFromList(const std::array<QString, 20>& list, bool favorites);
     void addToFavorites();

@@ -410,6 +410,19 @@ int RenameSlideFiles(SlideShow& show, const QString& oldPath, const QString& new
     return renamed;
 }
 
+QString FolderNameRefusal(const QString& name)
+{
+    if (name.trimmed().isEmpty())
+        return QStringLiteral("A folder name was not entered, try again...");
+    if (name.contains(u'\\'))
+        return QStringLiteral(
+            "You may not use the \\ character in a folder name, enter folder name again...");
+    if (name.contains(u':'))
+        return QStringLiteral(
+            "You may not use the : character in a folder name, enter folder name again...");
+    return {};
+}
+
 CloseAction ClosingAction(const QString& promptSaveKAV, bool named, int slideCount)
 {
     if (promptSaveKAV.left(1) == QLatin1String("0"))

@@ -75,6 +75,9 @@ RenameCheck CheckFileRename(const QString& oldPath, const QString& newName);
 // After a file was renamed, the slides that named it name the new file. Returns how many.
 int RenameSlideFiles(SlideShow& show, const QString& oldPath, const QString& newPath);
 
+// The refusal of a name for a new folder, or empty.
+QString FolderNameRefusal(const QString& name);
+
 // What closing the editor with unsaved changes does, by the three-character PromptSaveKAV.
 enum class CloseAction { Ask, SaveNow, Drop };
 CloseAction ClosingAction(const QString& promptSaveKAV, bool named, int slideCount);

@@ -329,3 +329,16 @@ TEST_F(SlideListTest, RenamedFilesAreFollowedByTheirSlides)
     EXPECT_EQ(show.slides[2].SlideFile, QStringLiteral("other.jpg"));
     EXPECT_TRUE(show.changed);
 }
+
+TEST_F(SlideListTest, FolderNamesForNewFolders)
+{
+    EXPECT_EQ(FolderNameRefusal(QStringLiteral(" ")),
+              QStringLiteral("A folder name was not entered, try again..."));
+    EXPECT_EQ(FolderNameRefusal(QStringLiteral("a\\b")),
+              QStringLiteral("You may not use the \\ character in a folder name, enter folder "
+                             "name again..."));
+    EXPECT_EQ(FolderNameRefusal(QStringLiteral("c:d")),
+              QStringLiteral("You may not use the : character in a folder name, enter folder "
+                             "name again..."));
+    EXPECT_TRUE(FolderNameRefusal(QStringLiteral("New Folder")).isEmpty());
+}
