@@ -8,21 +8,11 @@
 #include <QProcess>
 #include <QStandardPaths>
 
+#include "Corpus.h"
+
 #include <benchmark/benchmark.h>
 
 namespace {
-
-QStringList corpusPhotos()
-{
-    const QString root = qEnvironmentVariable("KAVORI_CORPUS");
-    if (root.isEmpty())
-        return {};
-    QDir big(root + QStringLiteral("/big"));
-    QStringList files;
-    for (const QString& name : big.entryList({QStringLiteral("*.jpg")}, QDir::Files, QDir::Name))
-        files << big.filePath(name);
-    return files;
-}
 
 // Seconds djpeg takes for every file at the given scale, writing to nowhere (the time includes
 // starting the program, about a millisecond a file).
@@ -40,7 +30,7 @@ double djpegSeconds(const QStringList& files, const QString& scale)
 
 void decodeCorpus(benchmark::State& state, const QSize& target, const QString& scale)
 {
-    const QStringList files = corpusPhotos();
+    const QStringList files = CorpusPhotos();
     if (files.isEmpty() || QStandardPaths::findExecutable(QStringLiteral("djpeg")).isEmpty()) {
         state.SkipWithError("set KAVORI_CORPUS to a corpus folder and install djpeg");
         return;

@@ -14,6 +14,8 @@
 #include <QImageReader>
 #include <QTemporaryDir>
 
+#include "Corpus.h"
+
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -172,18 +174,6 @@ QStringList photoLikeJpegs()
     return files;
 }
 
-QStringList corpusJpegs()
-{
-    const QString root = qEnvironmentVariable("KAVORI_CORPUS");
-    if (root.isEmpty())
-        return {};
-    QDir big(root + QStringLiteral("/big"));
-    QStringList files;
-    for (const QString& name : big.entryList({QStringLiteral("*.jpg")}, QDir::Files, QDir::Name))
-        files << big.filePath(name);
-    return files;
-}
-
 void measureQuality(benchmark::State& state, const QStringList& files, const QSize& screen)
 {
     if (files.isEmpty()) {
@@ -249,12 +239,12 @@ void BM_QualityPhotoLikeThumbnail(benchmark::State& state)
 
 void BM_QualityCorpusScreen(benchmark::State& state)
 {
-    measureQuality(state, corpusJpegs(), QSize(1920, 1080));
+    measureQuality(state, CorpusPhotos(), QSize(1920, 1080));
 }
 
 void BM_QualityCorpusThumbnail(benchmark::State& state)
 {
-    measureQuality(state, corpusJpegs(), QSize(160, 120));
+    measureQuality(state, CorpusPhotos(), QSize(160, 120));
 }
 
 } // namespace

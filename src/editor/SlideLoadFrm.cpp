@@ -469,15 +469,21 @@ void SlideLoadFrm::checkMissing(bool remove)
     MsgBox(MissingSlidesText(int(missing.size()), remove), vbInformation, title);
 }
 
+bool SlideLoadFrm::refusedEmpty()
+{
+    if (!CurrentShow().slides.isEmpty())
+        return false;
+    MsgBox(QStringLiteral("There are no slides in the View List to save.") + NewLine2() +
+               QStringLiteral("Add files to the list and then try again..."),
+           vbExclamation, Title());
+    return true;
+}
+
 bool SlideLoadFrm::save()
 {
     const SlideShow& show = CurrentShow();
-    if (show.slides.isEmpty()) {
-        MsgBox(QStringLiteral("There are no slides in the View List to save.") + NewLine2() +
-                   QStringLiteral("Add files to the list and then try again..."),
-               vbExclamation, Title());
+    if (refusedEmpty())
         return false;
-    }
     if (!show.changed) {
         MsgBox(QStringLiteral("The current slide show has not changed, nothing to save..."),
                vbInformation, Title());
@@ -495,12 +501,8 @@ bool SlideLoadFrm::save()
 bool SlideLoadFrm::saveAs()
 {
     const SlideShow& show = CurrentShow();
-    if (show.slides.isEmpty()) {
-        MsgBox(QStringLiteral("There are no slides in the View List to save.") + NewLine2() +
-                   QStringLiteral("Add files to the list and then try again..."),
-               vbExclamation, Title());
+    if (refusedEmpty())
         return false;
-    }
     const QString start = named() ? show.path : sourceFolder() + u'/' + QLatin1String(kUntitled);
     QString path =
         CurrentPrompts().saveFile(QStringLiteral("Save Slide Show As"), start, showFilter());

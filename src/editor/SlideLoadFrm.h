@@ -90,6 +90,8 @@ private:
     void apply(const ListResult& result);
     void afterEdit();
     bool saveTo(const QString& path);
+    // An empty list is not saved: says so and answers true.
+    bool refusedEmpty();
 
     QTreeView* m_dirs = nullptr;   // Dir1
     QComboBox* m_folder = nullptr; // Drive1

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QStringList>
+
+// The shared corpus's 4000 x 3000 photos ($KAVORI_CORPUS/big), by name; empty when the
+// variable is not set.
+QStringList CorpusPhotos();
