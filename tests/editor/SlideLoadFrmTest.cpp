@@ -7,7 +7,7 @@
 #include "settings/SettingsCatalogue.h"
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
-#include "support/KavoriTest.h"
+#include "support/ShowTest.h"
 
 #include <QAction>
 #include <QApplication>
@@ -24,20 +24,8 @@
 
 using namespace kavori;
 
-class SlideLoadFrmTest : public kavori::test::KavoriTest {
+class SlideLoadFrmTest : public kavori::test::ShowTest {
 protected:
-    void SetUp() override
-    {
-        KavoriTest::SetUp();
-        ResetSettings();
-        ResetShow();
-    }
-    void TearDown() override
-    {
-        ResetShow();
-        KavoriTest::TearDown();
-    }
-
     // A folder of pictures in three colours and a file the editor does not take.
     QString pictureFolder()
     {

@@ -5,7 +5,7 @@
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
 #include "slideshow/SlideWizard.h"
-#include "support/KavoriTest.h"
+#include "support/ShowTest.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -15,19 +15,8 @@
 
 using namespace kavori;
 
-class SlideWizardTest : public kavori::test::KavoriTest {
+class SlideWizardTest : public kavori::test::ShowTest {
 protected:
-    void SetUp() override
-    {
-        KavoriTest::SetUp();
-        ResetSettings();
-        ResetShow();
-    }
-    void TearDown() override
-    {
-        ResetShow();
-        KavoriTest::TearDown();
-    }
     QString pictures(int count)
     {
         const QString folder = root() + QStringLiteral("pics/");

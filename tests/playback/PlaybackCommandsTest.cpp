@@ -4,7 +4,7 @@
 #include "settings/Settings.h"
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
-#include "support/KavoriTest.h"
+#include "support/ShowTest.h"
 #include "viewer/MainViewFrm.h"
 
 #include <QAction>
@@ -15,19 +15,12 @@
 
 using namespace kavori;
 
-class PlaybackCommandsTest : public kavori::test::KavoriTest {
+class PlaybackCommandsTest : public kavori::test::ShowTest {
 protected:
-    void SetUp() override
-    {
-        KavoriTest::SetUp();
-        ResetSettings();
-        ResetShow();
-    }
     void TearDown() override
     {
         delete m_poll;
-        ResetShow();
-        KavoriTest::TearDown();
+        ShowTest::TearDown();
     }
 
     // A show beside its two pictures, naming them without a folder.

@@ -11,7 +11,7 @@
 #include "settings/Settings.h"
 #include "slideshow/DescriptionFile.h"
 #include "slideshow/SlideShow.h"
-#include "support/KavoriTest.h"
+#include "support/ShowTest.h"
 
 #include <QCoreApplication>
 #include <QCursor>
@@ -28,19 +28,12 @@ const QColor kColors[] = {Qt::red, Qt::green, Qt::blue, Qt::yellow, Qt::cyan};
 }
 
 // The player is driven offscreen: ticks are called directly, keys and clicks are sent as events.
-class PlayerTest : public kavori::test::KavoriTest {
+class PlayerTest : public kavori::test::ShowTest {
 protected:
     void SetUp() override
     {
-        KavoriTest::SetUp();
-        ResetSettings();
-        ResetShow();
+        ShowTest::SetUp();
         Transitions() = {};
-    }
-    void TearDown() override
-    {
-        ResetShow();
-        KavoriTest::TearDown();
     }
 
     // A show of count plain-coloured pictures the size of the screen.
