@@ -6,6 +6,8 @@
 #include "frmPlaybackOptions.h"
 #include "frmSlideDup.h"
 #include "frmSlideInfo.h"
+#include "frmSlideProperties.h"
+#include "frmTransition.h"
 #include "platform/AppPaths.h"
 #include "platform/UserSettings.h"
 #include "playback/FullViewFrm.h"
@@ -17,6 +19,7 @@
 #include "slideshow/ShowInformation.h"
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
+#include "slideshow/SlideTransitions.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -264,6 +267,8 @@ void SlideLoadFrm::buildMenus()
     action(list, "mnuSelectMissing", QStringLiteral("&Select Missing Slides..."),
            [this] { checkMissing(false); });
 
+    buildSlideMenus(bar);
+
     QMenu* show = bar->addMenu(QStringLiteral("&Play"));
     action(show, "mnuStartShow", QStringLiteral("&Start Slide Show"), [this] { play(0); });
     action(show, "mnuStartAtSelected", QStringLiteral("Start at Se&lected Slide"), [this] {
@@ -279,6 +284,67 @@ void SlideLoadFrm::buildMenus()
         }
         play(CurrentSettings().ImageLastDisplayed);
     });
+}
+
+void SlideLoadFrm::buildSlideMenus(QMenuBar* bar)
+{
+    auto action = [this](QMenu* menu, const char* name, const QString& caption, auto&& slot) {
+        QAction* a = menu->addAction(caption);
+        a->setObjectName(QString::fromLatin1(name));
+        connect(a, &QAction::triggered, this, slot);
+    };
+    QMenu* slide = bar->addMenu(QStringLiteral("S&lide"));
+    action(slide, "mnuSlideProperties", QStringLiteral("Slide &Properties..."),
+           [this] { editProperties(); });
+    QMenu* transitions = bar->addMenu(QStringLiteral("&Transitions"));
+    action(transitions, "mnuEditTransitions", QStringLiteral("&Edit Transitions..."),
+           [this] { editTransitions(); });
+    action(transitions, "mnuClearTransitions", QStringLiteral("&Clear All Transitions..."),
+           [this] { clearTransitions(); });
+}
+
+int SlideLoadFrm::editLine()
+{
+    if (CurrentShow().slides.isEmpty()) {
+        MsgBox(QStringLiteral("There are no slides in the View List to edit.") + NewLine2() +
+                   QStringLiteral("Add files to the list and then try again..."),
+               vbExclamation, Title());
+        return -1;
+    }
+    const QVector<int> lines = selectedLines();
+    return lines.isEmpty() ? 0 : lines.first();
+}
+
+void SlideLoadFrm::editProperties()
+{
+    const int line = editLine();
+    if (line >= 0 && frmSlideProperties::Edit(this, line))
+        afterEdit();
+}
+
+void SlideLoadFrm::editTransitions()
+{
+    const int line = editLine();
+    if (line >= 0 && frmTransition::Edit(this, line))
+        afterEdit();
+}
+
+void SlideLoadFrm::clearTransitions()
+{
+    SlideShow& show = CurrentShow();
+    if (show.slides.isEmpty())
+        return;
+    const ClearTransitionsPrompt prompt = ClearAllTransitionsPrompt(show.slides);
+    if (!prompt.alreadySet.isEmpty()) {
+        MsgBox(prompt.alreadySet, vbInformation, Title());
+        return;
+    }
+    if (MsgBox(prompt.question, vbYesNo | vbQuestion | vbDefaultButton2, Title()) != vbYes)
+        return;
+    for (Slide& slide : show.slides)
+        slide.SlideTransition = 0;
+    show.changed = true;
+    afterEdit();
 }
 
 void SlideLoadFrm::setSourceFolder(const QString& folder)
@@ -361,6 +427,14 @@ void SlideLoadFrm::refreshList()
 {
     m_model->reload();
     m_count->setText(SlideCountText(int(CurrentShow().slides.size())));
+}
+
+void SlideLoadFrm::afterEdit()
+{
+    // A slide's values changed, not the lines: the list and its selection stay as they are.
+    const QVector<int> lines = selectedLines();
+    refreshList();
+    selectLines(lines);
 }
 
 void SlideLoadFrm::apply(const ListResult& result)
