@@ -3,12 +3,14 @@
 #include "ExitFrm.h"
 #include "LoadSlideFile.h"
 #include "SlideListModel.h"
+#include "SlideRangeFrm.h"
 #include "frmPlaybackOptions.h"
 #include "frmSlideDup.h"
 #include "frmSlideInfo.h"
 #include "frmSlideProperties.h"
 #include "frmTransition.h"
 #include "platform/AppPaths.h"
+#include "platform/RemovableMedia.h"
 #include "platform/UserSettings.h"
 #include "playback/FullViewFrm.h"
 #include "runtime/MsgBox.h"
@@ -266,6 +268,14 @@ void SlideLoadFrm::buildMenus()
            [this] { checkMissing(true); });
     action(list, "mnuSelectMissing", QStringLiteral("&Select Missing Slides..."),
            [this] { checkMissing(false); });
+    list->addSeparator();
+    action(list, "mnuSelectRange", QStringLiteral("Select a Ra&nge of Slides..."),
+           [this] { selectRange(); });
+    action(list, "mnuSelectSome1", QStringLiteral("Select &Every Nth Slide..."),
+           [this] { selectEvery(); });
+    QAction* names = action(list, "mnuListFilenames", QStringLiteral("List File &Names Only"),
+                            [this](bool on) { m_model->setNamesOnly(on); });
+    names->setCheckable(true);
 
     buildSlideMenus(bar);
 
@@ -301,6 +311,41 @@ void SlideLoadFrm::buildSlideMenus(QMenuBar* bar)
            [this] { editTransitions(); });
     action(transitions, "mnuClearTransitions", QStringLiteral("&Clear All Transitions..."),
            [this] { clearTransitions(); });
+}
+
+void SlideLoadFrm::selectRange()
+{
+    if (CurrentShow().slides.isEmpty()) {
+        MsgBox(NothingToSelectText(), vbExclamation, Title());
+        return;
+    }
+    const QVector<int> lines = selectedLines();
+    const auto range = SlideRangeFrm::Pick(this, QStringLiteral("Select range of files to select:"),
+                                           lines.isEmpty() ? 0 : lines.first());
+    if (range)
+        selectLines(LinesBetween(range->first, range->last));
+}
+
+void SlideLoadFrm::selectEvery()
+{
+    const int count = int(CurrentShow().slides.size());
+    if (count == 0) {
+        MsgBox(NothingToSelectText(), vbExclamation, Title());
+        return;
+    }
+    const QString answer =
+        InputBox(QStringLiteral("Select every how many slides? (2 selects every other slide, "
+                                "starting at the first selected slide)"),
+                 Title(QStringLiteral("Select Slides")), QStringLiteral("2"));
+    if (answer.isEmpty())
+        return;
+    const QVector<int> lines = selectedLines();
+    const EveryNth chosen = EveryNthLine(answer, count, lines.isEmpty() ? 0 : lines.first());
+    if (!chosen.refusal.isEmpty()) {
+        MsgBox(chosen.refusal, vbExclamation, Title());
+        return;
+    }
+    selectLines(chosen.lines);
 }
 
 int SlideLoadFrm::editLine()
@@ -622,13 +667,29 @@ bool SlideLoadFrm::load(const QString& given)
     QString path = given;
     if (path.isEmpty())
         path = LoadSlideFile::Choose(sourceFolder(), this);
-    if (path.isEmpty())
+    if (path.isEmpty() || !mediumIsIn(path))
         return false;
     const bool loaded = ReadSlideShow(path);
     refreshList();
     if (loaded && !CurrentShow().slides.isEmpty())
         setSourceFolder(FolderOf(QFileInfo(path).absoluteFilePath()));
     return loaded;
+}
+
+bool SlideLoadFrm::mediumIsIn(const QString& path)
+{
+    // A show on a removable medium that is not in (its mount folder gone or empty) asks for
+    // the medium first.
+    const QString medium = RemovableMediumOf(path);
+    if (medium.isEmpty() || QFileInfo::exists(path) ||
+        !QDir(medium).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot))
+        return true;
+    return MsgBox(QStringLiteral("Insert the disk that contains the file:") + NewLine2() +
+                      QDir::toNativeSeparators(path) + NewLine2() +
+                      QStringLiteral("...into Floppy Drive ") + RemovableMediumName(medium) +
+                      NewLine2() + QStringLiteral("Press the ") + u'"' + QStringLiteral("OK") +
+                      u'"' + QStringLiteral(" button to continue."),
+                  vbOKCancel | vbInformation, Title()) == vbOK;
 }
 
 void SlideLoadFrm::loadFromList(const std::array<QString, 20>& list, bool favorites)

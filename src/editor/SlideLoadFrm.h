@@ -73,6 +73,9 @@ public:
     void editProperties();
     void editTransitions();
     void clearTransitions();
+    // Selecting lines: a run of them, or every nth from the first selected.
+    void selectRange();
+    void selectEvery();
 
     // Closing with unsaved changes goes by the save switches; false when the user stays.
     bool mayClose();
@@ -98,6 +101,8 @@ private:
     void apply(const ListResult& result);
     void afterEdit();
     bool saveTo(const QString& path);
+    // Asks for the removable medium a show lies on when it is not in; false when cancelled.
+    bool mediumIsIn(const QString& path);
     // An empty list is not saved: says so and answers true.
     bool refusedEmpty();
 

@@ -10,6 +10,7 @@
 #include "slideshow/SlideShowFile.h"
 #include "support/ShowTest.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
@@ -254,4 +255,39 @@ TEST_F(SlideDialogsTest, TransitionCommandsForEverySlideAndMovies)
     d.preview();
     EXPECT_EQ(d.previewBox()->lines(),
               QStringList({"   Unable to show", "   transitions on", "   movie files..."}));
+}
+
+TEST_F(SlideDialogsTest, SelectingLinesListingNamesAndAShowOnAMissingMedium)
+{
+    SlideLoadFrm editor;
+    inNextDialog<SlideRangeFrm>([](SlideRangeFrm& range) {
+        range.setRange(1, 2);
+        range.accept();
+    });
+    editor.findChild<QAction*>(QStringLiteral("mnuSelectRange"))->trigger();
+    EXPECT_EQ(editor.selectedLines(), QVector<int>({1, 2}));
+
+    editor.selectLines({0});
+    prompts().inputs = {QStringLiteral("2")};
+    editor.findChild<QAction*>(QStringLiteral("mnuSelectSome1"))->trigger();
+    EXPECT_EQ(editor.selectedLines(), QVector<int>({0, 2}));
+
+    auto* list = editor.findChild<QAbstractItemView*>(QStringLiteral("ViewList"));
+    const QModelIndex first = list->model()->index(0, 0);
+    EXPECT_EQ(first.data().toString(), CurrentShow().slides[0].SlideFile);
+    editor.findChild<QAction*>(QStringLiteral("mnuListFilenames"))->trigger();
+    EXPECT_EQ(first.data().toString(), QStringLiteral("pic0.bmp"));
+    EXPECT_EQ(first.data(Qt::ToolTipRole).toString(), CurrentShow().slides[0].SlideFile);
+
+    // A show on a stick that is not in: the medium is asked for, and Cancel loads nothing.
+    prompts().clear();
+    prompts().answers = {vbCancel};
+    EXPECT_FALSE(editor.load(QStringLiteral("/media/someone/HOLIDAY/Shows/Beach.KAV")));
+    ASSERT_EQ(prompts().calls.size(), 1);
+    EXPECT_EQ(prompts().calls[0].text,
+              QStringLiteral("Insert the disk that contains the file:\r\n\r\n"
+                             "/media/someone/HOLIDAY/Shows/Beach.KAV\r\n\r\n"
+                             "...into Floppy Drive HOLIDAY\r\n\r\n"
+                             "Press the \"OK\" button to continue."));
+    EXPECT_EQ(CurrentShow().slides.size(), 3);
 }
