@@ -3,6 +3,7 @@
 #include "ExitFrm.h"
 #include "LoadSlideFile.h"
 #include "SlideListModel.h"
+#include "frmEditSounds.h"
 #include "frmPlaybackOptions.h"
 #include "frmSlideDup.h"
 #include "frmSlideInfo.h"
@@ -263,6 +264,17 @@ void SlideLoadFrm::buildMenus()
            [this] { checkMissing(true); });
     action(list, "mnuSelectMissing", QStringLiteral("&Select Missing Slides..."),
            [this] { checkMissing(false); });
+
+    QMenu* sounds = bar->addMenu(QStringLiteral("&Sounds"));
+    action(sounds, "mnuEditSounds", QStringLiteral("&Edit Sounds..."), [this] {
+        const QVector<int> lines = selectedLines();
+        if (EditSlideSounds(this, lines.isEmpty() ? 0 : lines.first()))
+            refreshList();
+    });
+    action(sounds, "mnuClearSounds", QStringLiteral("&Clear All Sounds..."), [this] {
+        if (ClearSlideSounds(Title()))
+            refreshList();
+    });
 
     QMenu* show = bar->addMenu(QStringLiteral("&Play"));
     action(show, "mnuStartShow", QStringLiteral("&Start Slide Show"), [this] { play(0); });

@@ -198,19 +198,25 @@ QString DroppedSoundRefusal()
                           "file.");
 }
 
+QString SoundChoiceRefusal(const QStringList& offered, int chosen)
+{
+    if (offered.isEmpty())
+        return QStringLiteral(
+            "There are no sound files in the current slide show, nothing to set...");
+    if (chosen < 0 || chosen >= offered.size())
+        return QStringLiteral("Select a file from the list of sounds and then try again...");
+    return {};
+}
+
 ListResult SetSlideSound(ShowSounds& sounds, int slide, const QStringList& offered, int chosen)
 {
     ListResult result;
-    if (offered.isEmpty()) {
-        result.message =
-            QStringLiteral("There are no sound files in the current slide show, nothing to set...");
-        return result;
-    }
-    if (chosen < 0 || chosen >= offered.size() || slide < 0 || slide >= sounds.slideSounds.size()) {
+    result.message = SoundChoiceRefusal(offered, chosen);
+    if (result.message.isEmpty() && (slide < 0 || slide >= sounds.slideSounds.size()))
         result.message =
             QStringLiteral("Select a file from the list of sounds and then try again...");
+    if (!result.message.isEmpty())
         return result;
-    }
     if (sounds.slideSounds[slide] == offered[chosen]) {
         result.message =
             QStringLiteral("The current slide is already set to the selected sound...");

@@ -65,6 +65,8 @@ struct DroppedSounds {
 DroppedSounds SortDroppedSounds(const QStringList& files);
 QString DroppedSoundRefusal();
 
+// Why the chosen entry of the offered list (-1: none chosen) cannot be set, or empty.
+QString SoundChoiceRefusal(const QStringList& offered, int chosen);
 // Sets the current slide's sound to the chosen entry of the offered list (-1: none chosen), or
 // says why not.
 ListResult SetSlideSound(ShowSounds& sounds, int slide, const QStringList& offered, int chosen);
