@@ -4,6 +4,7 @@
 #include "LoadSlideFile.h"
 #include "SlideListModel.h"
 #include "SlideRangeFrm.h"
+#include "frmEditSounds.h"
 #include "frmPlaybackOptions.h"
 #include "frmSlideDup.h"
 #include "frmSlideInfo.h"
@@ -278,6 +279,17 @@ void SlideLoadFrm::buildMenus()
     names->setCheckable(true);
 
     buildSlideMenus(bar);
+
+    QMenu* sounds = bar->addMenu(QStringLiteral("&Sounds"));
+    action(sounds, "mnuEditSounds", QStringLiteral("&Edit Sounds..."), [this] {
+        const QVector<int> lines = selectedLines();
+        if (EditSlideSounds(this, lines.isEmpty() ? 0 : lines.first()))
+            refreshList();
+    });
+    action(sounds, "mnuClearSounds", QStringLiteral("&Clear All Sounds..."), [this] {
+        if (ClearSlideSounds(Title()))
+            refreshList();
+    });
 
     QMenu* show = bar->addMenu(QStringLiteral("&Play"));
     action(show, "mnuStartShow", QStringLiteral("&Start Slide Show"), [this] { play(0); });
