@@ -3,11 +3,15 @@
 #include "ExitFrm.h"
 #include "LoadSlideFile.h"
 #include "SlideListModel.h"
+#include "SlideRangeFrm.h"
 #include "frmEditSounds.h"
 #include "frmPlaybackOptions.h"
 #include "frmSlideDup.h"
 #include "frmSlideInfo.h"
+#include "frmSlideProperties.h"
+#include "frmTransition.h"
 #include "platform/AppPaths.h"
+#include "platform/RemovableMedia.h"
 #include "platform/UserSettings.h"
 #include "playback/FullViewFrm.h"
 #include "runtime/MsgBox.h"
@@ -18,6 +22,7 @@
 #include "slideshow/ShowInformation.h"
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
+#include "slideshow/SlideTransitions.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -264,6 +269,16 @@ void SlideLoadFrm::buildMenus()
            [this] { checkMissing(true); });
     action(list, "mnuSelectMissing", QStringLiteral("&Select Missing Slides..."),
            [this] { checkMissing(false); });
+    list->addSeparator();
+    action(list, "mnuSelectRange", QStringLiteral("Select a Ra&nge of Slides..."),
+           [this] { selectRange(); });
+    action(list, "mnuSelectSome1", QStringLiteral("Select &Every Nth Slide..."),
+           [this] { selectEvery(); });
+    QAction* names = action(list, "mnuListFilenames", QStringLiteral("List File &Names Only"),
+                            [this](bool on) { m_model->setNamesOnly(on); });
+    names->setCheckable(true);
+
+    buildSlideMenus(bar);
 
     QMenu* sounds = bar->addMenu(QStringLiteral("&Sounds"));
     action(sounds, "mnuEditSounds", QStringLiteral("&Edit Sounds..."), [this] {
@@ -291,6 +306,102 @@ void SlideLoadFrm::buildMenus()
         }
         play(CurrentSettings().ImageLastDisplayed);
     });
+}
+
+void SlideLoadFrm::buildSlideMenus(QMenuBar* bar)
+{
+    auto action = [this](QMenu* menu, const char* name, const QString& caption, auto&& slot) {
+        QAction* a = menu->addAction(caption);
+        a->setObjectName(QString::fromLatin1(name));
+        connect(a, &QAction::triggered, this, slot);
+    };
+    QMenu* slide = bar->addMenu(QStringLiteral("S&lide"));
+    action(slide, "mnuSlideProperties", QStringLiteral("Slide &Properties..."),
+           [this] { editProperties(); });
+    QMenu* transitions = bar->addMenu(QStringLiteral("&Transitions"));
+    action(transitions, "mnuEditTransitions", QStringLiteral("&Edit Transitions..."),
+           [this] { editTransitions(); });
+    action(transitions, "mnuClearTransitions", QStringLiteral("&Clear All Transitions..."),
+           [this] { clearTransitions(); });
+}
+
+void SlideLoadFrm::selectRange()
+{
+    if (CurrentShow().slides.isEmpty()) {
+        MsgBox(NothingToSelectText(), vbExclamation, Title());
+        return;
+    }
+    const QVector<int> lines = selectedLines();
+    const auto range = SlideRangeFrm::Pick(this, QStringLiteral("Select range of files to select:"),
+                                           lines.isEmpty() ? 0 : lines.first());
+    if (range)
+        selectLines(LinesBetween(range->first, range->last));
+}
+
+void SlideLoadFrm::selectEvery()
+{
+    const int count = int(CurrentShow().slides.size());
+    if (count == 0) {
+        MsgBox(NothingToSelectText(), vbExclamation, Title());
+        return;
+    }
+    const QString answer =
+        InputBox(QStringLiteral("Select every how many slides? (2 selects every other slide, "
+                                "starting at the first selected slide)"),
+                 Title(QStringLiteral("Select Slides")), QStringLiteral("2"));
+    if (answer.isEmpty())
+        return;
+    const QVector<int> lines = selectedLines();
+    const EveryNth chosen = EveryNthLine(answer, count, lines.isEmpty() ? 0 : lines.first());
+    if (!chosen.refusal.isEmpty()) {
+        MsgBox(chosen.refusal, vbExclamation, Title());
+        return;
+    }
+    selectLines(chosen.lines);
+}
+
+int SlideLoadFrm::editLine()
+{
+    if (CurrentShow().slides.isEmpty()) {
+        MsgBox(QStringLiteral("There are no slides in the View List to edit.") + NewLine2() +
+                   QStringLiteral("Add files to the list and then try again..."),
+               vbExclamation, Title());
+        return -1;
+    }
+    const QVector<int> lines = selectedLines();
+    return lines.isEmpty() ? 0 : lines.first();
+}
+
+void SlideLoadFrm::editProperties()
+{
+    const int line = editLine();
+    if (line >= 0 && frmSlideProperties::Edit(this, line))
+        afterEdit();
+}
+
+void SlideLoadFrm::editTransitions()
+{
+    const int line = editLine();
+    if (line >= 0 && frmTransition::Edit(this, line))
+        afterEdit();
+}
+
+void SlideLoadFrm::clearTransitions()
+{
+    SlideShow& show = CurrentShow();
+    if (show.slides.isEmpty())
+        return;
+    const ClearTransitionsPrompt prompt = ClearAllTransitionsPrompt(show.slides);
+    if (!prompt.alreadySet.isEmpty()) {
+        MsgBox(prompt.alreadySet, vbInformation, Title());
+        return;
+    }
+    if (MsgBox(prompt.question, vbYesNo | vbQuestion | vbDefaultButton2, Title()) != vbYes)
+        return;
+    for (Slide& slide : show.slides)
+        slide.SlideTransition = 0;
+    show.changed = true;
+    afterEdit();
 }
 
 void SlideLoadFrm::setSourceFolder(const QString& folder)
@@ -373,6 +484,14 @@ void SlideLoadFrm::refreshList()
 {
     m_model->reload();
     m_count->setText(SlideCountText(int(CurrentShow().slides.size())));
+}
+
+void SlideLoadFrm::afterEdit()
+{
+    // A slide's values changed, not the lines: the list and its selection stay as they are.
+    const QVector<int> lines = selectedLines();
+    refreshList();
+    selectLines(lines);
 }
 
 void SlideLoadFrm::apply(const ListResult& result)
@@ -560,13 +679,29 @@ bool SlideLoadFrm::load(const QString& given)
     QString path = given;
     if (path.isEmpty())
         path = LoadSlideFile::Choose(sourceFolder(), this);
-    if (path.isEmpty())
+    if (path.isEmpty() || !mediumIsIn(path))
         return false;
     const bool loaded = ReadSlideShow(path);
     refreshList();
     if (loaded && !CurrentShow().slides.isEmpty())
         setSourceFolder(FolderOf(QFileInfo(path).absoluteFilePath()));
     return loaded;
+}
+
+bool SlideLoadFrm::mediumIsIn(const QString& path)
+{
+    // A show on a removable medium that is not in (its mount folder gone or empty) asks for
+    // the medium first.
+    const QString medium = RemovableMediumOf(path);
+    if (medium.isEmpty() || QFileInfo::exists(path) ||
+        !QDir(medium).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot))
+        return true;
+    return MsgBox(QStringLiteral("Insert the disk that contains the file:") + NewLine2() +
+                      QDir::toNativeSeparators(path) + NewLine2() +
+                      QStringLiteral("...into Floppy Drive ") + RemovableMediumName(medium) +
+                      NewLine2() + QStringLiteral("Press the ") + u'"' + QStringLiteral("OK") +
+                      u'"' + QStringLiteral(" button to continue."),
+                  vbOKCancel | vbInformation, Title()) == vbOK;
 }
 
 void SlideLoadFrm::loadFromList(const std::array<QString, 20>& list, bool favorites)

@@ -11,6 +11,7 @@ class QComboBox;
 class QFileSystemModel;
 class QLabel;
 class QListView;
+class QMenuBar;
 class QPushButton;
 class QTreeView;
 
@@ -68,6 +69,13 @@ public:
     // Plays the show from a line (the first by default).
     void play(int firstLine = 0);
     void dropFiles(const QStringList& files);
+    // The per-slide dialogs, opened on the first selected line (the first line when none).
+    void editProperties();
+    void editTransitions();
+    void clearTransitions();
+    // Selecting lines: a run of them, or every nth from the first selected.
+    void selectRange();
+    void selectEvery();
 
     // Closing with unsaved changes goes by the save switches; false when the user stays.
     bool mayClose();
@@ -86,10 +94,15 @@ private:
     void buildList();
     void buildButtons();
     void buildMenus();
+    void buildSlideMenus(QMenuBar* bar);
+    // The line a per-slide dialog opens on, or -1 (said why) when the list is empty.
+    int editLine();
     void showFolderInTree();
     void apply(const ListResult& result);
     void afterEdit();
     bool saveTo(const QString& path);
+    // Asks for the removable medium a show lies on when it is not in; false when cancelled.
+    bool mediumIsIn(const QString& path);
     // An empty list is not saved: says so and answers true.
     bool refusedEmpty();
 

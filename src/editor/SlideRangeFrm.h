@@ -24,8 +24,7 @@ public:
     void setRange(int first, int last);
 
     // Asks for a range; nothing when the user cancels or the show is empty.
-    static std::optional<SlideRange> Pick(QWidget* parent, const QString& prompt,
-                                          int currentLine);
+    static std::optional<SlideRange> Pick(QWidget* parent, const QString& prompt, int currentLine);
 
 private:
     QComboBox* m_first = nullptr;

@@ -52,9 +52,15 @@ QImage DecodePcx(const QByteArray& data)
     // Unpack every scan line (runs may cross line ends).
     const qint64 lineBytes = qint64(bytesPerLine) * planes;
     const qint64 total = lineBytes * height;
-    std::vector<uchar> pixels(static_cast<size_t>(total), 0);
     const uchar* in = header + kHeaderSize;
     const uchar* end = reinterpret_cast<const uchar*>(data.constData()) + data.size();
+    // A header can claim any size; the data cannot unpack to more than 63 bytes per two (a
+    // run), so a claim beyond that is a damaged file, refused before any memory is taken.
+    const qint64 remaining = end - in;
+    const qint64 mostBytes = rle ? remaining / 2 * 63 + remaining % 2 : remaining;
+    if (total > mostBytes)
+        return {};
+    std::vector<uchar> pixels(static_cast<size_t>(total), 0);
     qint64 out = 0;
     while (out < total) {
         if (in >= end)

@@ -15,6 +15,7 @@ class Source {
 public:
     Source(const uchar* begin, const uchar* end) : m_p(begin), m_end(end) {}
     bool has(qint64 n) const { return m_end - m_p >= n; }
+    qint64 remaining() const { return m_end - m_p; }
     const uchar* take(qint64 n)
     {
         const uchar* at = m_p;
@@ -119,6 +120,12 @@ QImage DecodeTga(const QByteArray& data)
     };
 
     const qint64 count = qint64(width) * height;
+    // What the data left can fill at most (a run packet gives 128 pixels): a header claiming
+    // more is damaged, and refused before any memory is taken.
+    const qint64 remaining = src.remaining();
+    const qint64 mostPixels = rle ? (remaining + bytes) / (1 + bytes) * 128 : remaining / bytes;
+    if (count > mostPixels)
+        return {};
     std::vector<QRgb> pixels(static_cast<size_t>(count));
     qint64 n = 0;
     while (n < count) {

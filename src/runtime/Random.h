@@ -9,9 +9,9 @@ namespace kavori {
 
 // A number in [0, 1).
 double Rnd();
-// Reseeds from the clock.
+// Reseeds from the clock; values scripted for a test still come first.
 void Randomize();
-// Reseeds with a fixed value: the same seed gives the same sequence.
+// Reseeds with a fixed value: the same seed gives the same sequence (and drops any script).
 void Randomize(quint32 seed);
 // Makes the next Rnd() calls return these values, in order, before the generator resumes.
 void ScriptRandom(const QVector<double>& values);

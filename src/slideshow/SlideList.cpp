@@ -305,4 +305,32 @@ bool ReopensLastShow(const QString& promptSaveKAV)
     return promptSaveKAV.mid(2, 1) == QLatin1String("1");
 }
 
+QVector<int> LinesBetween(int first, int last)
+{
+    QVector<int> lines;
+    for (int line = first; line <= last; ++line)
+        lines << line;
+    return lines;
+}
+
+EveryNth EveryNthLine(const QString& typed, int count, int start)
+{
+    bool number = false;
+    const int n = typed.trimmed().toInt(&number);
+    if (!number || n < 1 || n > count)
+        return {QStringLiteral("Enter a whole number from 1 to ") +
+                    Format(count, QStringLiteral("###,##0")) +
+                    QStringLiteral(" and then try again..."),
+                {}};
+    EveryNth result;
+    for (int line = qBound(0, start, count - 1); line < count; line += n)
+        result.lines << line;
+    return result;
+}
+
+QString NothingToSelectText()
+{
+    return QStringLiteral("There are no files in the View List to select...");
+}
+
 } // namespace kavori

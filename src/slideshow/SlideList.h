@@ -51,6 +51,16 @@ struct DroppedFiles {
 DroppedFiles SortDroppedFiles(const QStringList& files);
 bool IsSlideFile(const QString& path);
 
+// Selecting lines of the View List: the lines first to last, or every nth line from start, n
+// typed by the user (a whole number from 1 to the number of lines, or a refusal).
+QVector<int> LinesBetween(int first, int last);
+struct EveryNth {
+    QString refusal;
+    QVector<int> lines;
+};
+EveryNth EveryNthLine(const QString& typed, int count, int start);
+QString NothingToSelectText();
+
 // The message for a name holding a character no file name may hold, or empty.
 QString FileNameRefusal(const QString& name);
 

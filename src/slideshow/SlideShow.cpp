@@ -1,7 +1,7 @@
 #include "SlideShow.h"
 
-#include "settings/Settings.h"
 #include "platform/StartupState.h"
+#include "settings/Settings.h"
 
 namespace kavori {
 
@@ -14,6 +14,17 @@ SlideShow& CurrentShow()
 void ResetShow()
 {
     CurrentShow() = SlideShow();
+}
+
+bool operator==(const Slide& a, const Slide& b)
+{
+    return a.SlideFile == b.SlideFile && a.SlideDescription == b.SlideDescription &&
+           a.SlideTransition == b.SlideTransition && a.SlideSound == b.SlideSound &&
+           a.SlideLocation == b.SlideLocation && a.SlidePosX == b.SlidePosX &&
+           a.SlidePosY == b.SlidePosY && a.SlideEnlarge == b.SlideEnlarge &&
+           a.SlideShrink == b.SlideShrink && a.SlideDelay == b.SlideDelay &&
+           a.SlideBackMode == b.SlideBackMode && a.SlideBackColor == b.SlideBackColor &&
+           a.SlideTexture == b.SlideTexture && a.SlideDescProps == b.SlideDescProps;
 }
 
 Slide NewSlide(const QString& file)

@@ -33,6 +33,12 @@ struct Slide {
     QString SlideDescProps;
 };
 
+bool operator==(const Slide& a, const Slide& b);
+inline bool operator!=(const Slide& a, const Slide& b)
+{
+    return !(a == b);
+}
+
 struct SlideShow {
     QVector<Slide> slides; // the slots in use, in order
     bool UseSlideIntervals = false;

@@ -9,6 +9,9 @@
 #include <QBuffer>
 #include <QDataStream>
 #include <QImageWriter>
+#include <QtEndian>
+
+#include <sys/resource.h>
 
 using namespace kavori;
 using namespace kavori::test;
@@ -307,4 +310,48 @@ TEST_F(ImageLoadingTest, SizeWithoutDecodingAgreesWithThePicture)
         EXPECT_FALSE(PictureSize(writeFile(QString::fromLatin1(name), "garbage bytes")).isValid())
             << name;
     EXPECT_FALSE(PictureSize(root() + QStringLiteral("missing.jpg")).isValid());
+}
+
+namespace {
+// The most memory the process has held so far, in KiB.
+long peakKiB()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+} // namespace
+
+TEST_F(ImageLoadingTest, HeadersClaimingMoreThanTheirDataAreRefusedBeforeAllocating)
+{
+    // 204 bytes whose header claims 37 x 65,536 pixels at 65,535 bytes a line (4 GB unpacked).
+    QByteArray pcx(204, '\0');
+    auto* h = reinterpret_cast<uchar*>(pcx.data());
+    h[0] = 0x0A;
+    h[1] = 5;
+    h[2] = 1;
+    h[3] = 8;
+    qToLittleEndian<quint16>(36, h + 8);
+    qToLittleEndian<quint16>(65535, h + 10);
+    h[65] = 1;
+    qToLittleEndian<quint16>(65535, h + 66);
+    // A true-colour TGA of 65,535 x 1,500 pixels with 186 bytes of pixel data.
+    QByteArray tga(204, '\0');
+    auto* t = reinterpret_cast<uchar*>(tga.data());
+    t[2] = 2;
+    qToLittleEndian<quint16>(65535, t + 12);
+    qToLittleEndian<quint16>(1500, t + 14);
+    t[16] = 24;
+    QByteArray tgaRle = tga;
+    tgaRle[2] = 10;
+
+    const long before = peakKiB();
+    EXPECT_TRUE(DecodePcx(pcx).isNull());
+    EXPECT_TRUE(DecodeTga(tga).isNull());
+    EXPECT_TRUE(DecodeTga(tgaRle).isNull());
+    EXPECT_LT(peakKiB() - before, 64 * 1024);
+
+    // Files that fill what they claim still decode.
+    EXPECT_FALSE(DecodePcx(Pcx("8bit")).isNull());
+    EXPECT_FALSE(DecodeTga(Tga("rle24")).isNull());
 }

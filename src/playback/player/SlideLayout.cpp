@@ -3,8 +3,8 @@
 #include "imaging/PictureLoader.h"
 #include "platform/AppPaths.h"
 #include "runtime/Random.h"
-#include "slideshow/SlideShowFile.h"
 #include "runtime/VbColor.h"
+#include "slideshow/SlideShowFile.h"
 
 #include <QPainter>
 
@@ -118,6 +118,39 @@ void ComposeSlide(QImage& screen, const QImage& picture, const QRect& rect, cons
     if (picture.hasAlphaChannel())
         painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     painter.drawImage(rect.topLeft(), picture);
+}
+
+QImage SlidePreview(const Slide& slide, const QString& showPath, const QSize& screen,
+                    const QSize& box, const QImage& texture)
+{
+    if (screen.isEmpty() || box.isEmpty())
+        return QImage();
+    const double f =
+        qMin(double(box.width()) / screen.width(), double(box.height()) / screen.height());
+    const QSize small = (QSizeF(screen) * f).toSize().expandedTo(QSize(1, 1));
+    QImage out(small, QImage::Format_RGB32);
+    const QString path = SlidePicturePath(slide.SlideFile, showPath);
+    const QSize natural = PictureSize(path);
+    QImage picture;
+    QRect place;
+    if (natural.isValid()) {
+        // Placed on the whole screen first, so corners, custom places and fitting come out as
+        // the player's, then everything is scaled down together.
+        const QSize drawn =
+            SlidePictureSize(natural, screen, slide.SlideEnlarge != 0, slide.SlideShrink != 0);
+        const QRect rect = SlidePictureRect(drawn, screen, slide);
+        place = QRect((QPointF(rect.topLeft()) * f).toPoint(),
+                      (QSizeF(drawn) * f).toSize().expandedTo(QSize(1, 1)));
+        picture = LoadPicture(path, place.size());
+        if (!picture.isNull() && picture.size() != place.size())
+            picture = picture.scaled(place.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    }
+    QImage tile;
+    if (!texture.isNull())
+        tile = texture.scaled((QSizeF(texture.size()) * f).toSize().expandedTo(QSize(1, 1)),
+                              Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    ComposeSlide(out, picture, place, slide, tile);
+    return out;
 }
 
 } // namespace kavori

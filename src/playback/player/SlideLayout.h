@@ -50,4 +50,10 @@ QImage DecodeSlidePicture(const QString& path, const QSize& screen, const Slide&
 void ComposeSlide(QImage& screen, const QImage& picture, const QRect& rect, const Slide& slide,
                   const QImage& texture);
 
+// A slide as a screen of the given size would show it, shrunk to fit a preview box (proportions
+// of the screen kept): the background, and the picture at its place and size. The texture is
+// the slide's texture picture at its own size (null when it has none or it is gone).
+QImage SlidePreview(const Slide& slide, const QString& showPath, const QSize& screen,
+                    const QSize& box, const QImage& texture);
+
 } // namespace kavori
