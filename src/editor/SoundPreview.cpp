@@ -23,7 +23,9 @@ SoundPreview::SoundPreview(QWidget* owner, QPushButton* button)
 
 SoundPreview::~SoundPreview()
 {
-    stop();
+    // The button may already be gone with the dialog: only the sound is stopped here.
+    if (m_playing)
+        m_media->StopPlayingSound();
 }
 
 void SoundPreview::toggle(const QString& file)
@@ -51,7 +53,8 @@ void SoundPreview::stop()
     if (m_playing)
         m_media->StopPlayingSound();
     m_playing = false;
-    m_button->setText(m_caption);
+    if (m_button)
+        m_button->setText(m_caption);
 }
 
 void SoundPreview::checkEnded()

@@ -1,11 +1,12 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
+#include <QPushButton>
 #include <QString>
 
 #include <memory>
 
-class QPushButton;
 class QTimer;
 class QWidget;
 
@@ -30,7 +31,7 @@ public:
 
 private:
     std::unique_ptr<ShowMedia> m_media;
-    QPushButton* m_button;
+    QPointer<QPushButton> m_button;
     QString m_caption;
     QTimer* m_watch;
     bool m_playing = false;

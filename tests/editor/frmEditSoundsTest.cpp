@@ -14,12 +14,16 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMimeData>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTimer>
+#include <QUrl>
 
 using namespace kavori;
 
@@ -174,7 +178,17 @@ TEST_F(frmEditSoundsTest, SlideSoundsCDTracksTypedNamesAndDrops)
     prompts().clear();
     click(dialog, "CmdNext");
     EXPECT_EQ(dialog.windowTitle(), "Editing sound for slide 2:");
-    dialog.dropSounds({sounds + QStringLiteral("Tune.mid"), sounds + QStringLiteral("readme.txt")});
+    // Files dropped on the list of sounds: the sound is offered, the other file refused.
+    QMimeData dragged;
+    dragged.setUrls({QUrl::fromLocalFile(sounds + QStringLiteral("Tune.mid")),
+                     QUrl::fromLocalFile(sounds + QStringLiteral("readme.txt"))});
+    QWidget* target = child<QListWidget>(dialog, "ListSounds")->viewport();
+    // The drop goes where the drag entered.
+    QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(target, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &dragged, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(target, &drop);
     EXPECT_EQ(prompts().texts(),
               QStringList({"A file that was dropped into the list of sounds is not a valid sound "
                            "file."}));
@@ -334,4 +348,3 @@ TEST_F(frmEditSoundsTest, PlayListRefusesTheThousandAndFirstSound)
     click(dialog, "CmdAddPlay");
     EXPECT_EQ(dialog.playListCountText(), "1,000 sound files total...");
 }
-
