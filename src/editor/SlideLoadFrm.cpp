@@ -3,6 +3,8 @@
 #include "ExitFrm.h"
 #include "LoadSlideFile.h"
 #include "SlideListModel.h"
+#include "frmAdvDescription.h"
+#include "frmDescription.h"
 #include "frmPlaybackOptions.h"
 #include "frmSlideDup.h"
 #include "frmSlideInfo.h"
@@ -15,6 +17,7 @@
 #include "settings/Settings.h"
 #include "settings/SettingsCatalogue.h"
 #include "slideshow/ShowInformation.h"
+#include "slideshow/SlideDescriptions.h"
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
 
@@ -279,6 +282,25 @@ void SlideLoadFrm::buildMenus()
         }
         play(CurrentSettings().ImageLastDisplayed);
     });
+    buildDescriptionMenu(bar);
+}
+
+void SlideLoadFrm::buildDescriptionMenu(QMenuBar* bar)
+{
+    QMenu* menu = bar->addMenu(QStringLiteral("&Descriptions"));
+    menu->setObjectName(QStringLiteral("mnuDescriptions"));
+    auto action = [this, menu](const char* name, const QString& caption, auto&& slot) {
+        QAction* a = menu->addAction(caption);
+        a->setObjectName(QString::fromLatin1(name));
+        connect(a, &QAction::triggered, this, slot);
+    };
+    action("mnuEditDescription", QStringLiteral("&Edit Descriptions..."),
+           [this] { editDescriptions(); });
+    action("mnuClearDescriptions", QStringLiteral("&Clear All Descriptions"),
+           [this] { clearDescriptions(); });
+    menu->addSeparator();
+    action("mnuAdvDescriptions", QStringLiteral("&Description Files..."),
+           [this] { frmAdvDescription::Open(sourceFolder(), this); });
 }
 
 void SlideLoadFrm::setSourceFolder(const QString& folder)
@@ -737,6 +759,34 @@ void SlideLoadFrm::dropFiles(const QStringList& files)
         return;
     }
     apply(AddSlides(CurrentShow(), dropped.slides, false));
+}
+
+void SlideLoadFrm::editDescriptions()
+{
+    if (CurrentShow().slides.isEmpty()) {
+        MsgBox(QStringLiteral("There are no slides in the View List, unable to edit "
+                              "descriptions..."),
+               vbExclamation, Title());
+        return;
+    }
+    const QVector<int> lines = selectedLines();
+    if (frmDescription::Edit(lines.isEmpty() ? 0 : lines.first(), this))
+        refreshList();
+}
+
+void SlideLoadFrm::clearDescriptions()
+{
+    SlideShow& show = CurrentShow();
+    const QString refusal = ClearAllRefusal(show);
+    if (!refusal.isEmpty()) {
+        MsgBox(refusal, vbExclamation, Title());
+        return;
+    }
+    if (MsgBox(ClearAllQuestion(), vbYesNo + vbQuestion, Title()) != vbYes)
+        return;
+    ClearAllDescriptions(show);
+    show.changed = true;
+    refreshList();
 }
 
 bool SlideLoadFrm::mayClose()

@@ -11,6 +11,7 @@ class QComboBox;
 class QFileSystemModel;
 class QLabel;
 class QListView;
+class QMenuBar;
 class QPushButton;
 class QTreeView;
 
@@ -68,6 +69,9 @@ public:
     // Plays the show from a line (the first by default).
     void play(int firstLine = 0);
     void dropFiles(const QStringList& files);
+    // Descriptions: the slide description dialog on the chosen line, and clearing every text.
+    void editDescriptions();
+    void clearDescriptions();
 
     // Closing with unsaved changes goes by the save switches; false when the user stays.
     bool mayClose();
@@ -86,6 +90,7 @@ private:
     void buildList();
     void buildButtons();
     void buildMenus();
+    void buildDescriptionMenu(QMenuBar* bar);
     void showFolderInTree();
     void apply(const ListResult& result);
     void afterEdit();
