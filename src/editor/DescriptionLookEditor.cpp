@@ -30,9 +30,11 @@ template <typename W> W* named(W* widget, const char* name)
 void paintSwatch(QPushButton* button, qint32 vb)
 {
     const QColor c = FromVbColor(vb);
-    button->setStyleSheet(QStringLiteral("background: %1; color: %2;")
-                              .arg(c.name(), c.lightness() > 128 ? QStringLiteral("black")
-                                                                 : QStringLiteral("white")));
+    // The caption stays readable on any colour: dark on bright swatches, light on dark ones.
+    const bool bright = c.red() * 299 + c.green() * 587 + c.blue() * 114 > 140000;
+    button->setStyleSheet(
+        QStringLiteral("background: %1; color: %2;")
+            .arg(c.name(), bright ? QStringLiteral("black") : QStringLiteral("white")));
 }
 
 } // namespace

@@ -71,7 +71,6 @@ frmDescription::frmDescription(int slide, QWidget* parent)
     m_preview->setObjectName(QStringLiteral("picPreview"));
     m_preview->setFixedSize(kPreviewSize);
     m_preview->setAlignment(Qt::AlignCenter);
-    m_preview->setStyleSheet(QStringLiteral("background: black;"));
     m_previewLabels = std::make_unique<DescriptionLabels>(m_preview);
 
     m_custom = new QCheckBox(QStringLiteral("&Use these properties for this slide only"), this);

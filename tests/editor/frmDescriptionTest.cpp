@@ -44,9 +44,9 @@ void onNextDialogs(QList<std::function<void(QWidget*)>> steps)
         const bool opened = QTest::qWaitFor(
             [&] { return (dialog = QApplication::activeModalWidget()) != nullptr; }, 3000);
         auto step = steps.takeFirst();
-        onNextDialogs(steps);
         if (opened)
             step(dialog);
+        onNextDialogs(steps); // the next dialog opens once this one has closed
     });
 }
 
@@ -67,8 +67,10 @@ void click(QWidget* parent, const char* name)
 void shoot(QWidget* w, const char* name)
 {
     const QString folder = qEnvironmentVariable("KAVORI_SHOTS");
-    if (!folder.isEmpty())
-        w->grab().save(folder + u'/' + QString::fromLatin1(name) + QStringLiteral(".png"));
+    if (folder.isEmpty())
+        return;
+    QApplication::processEvents(); // let the layouts settle
+    w->grab().save(folder + u'/' + QString::fromLatin1(name) + QStringLiteral(".png"));
 }
 
 } // namespace
@@ -108,6 +110,10 @@ TEST_F(frmDescriptionTest, EditedInTheEditorAndSavedInTheShowFile)
         click(dialog, "CmdInsert"); // the folder's description of the red square
         child<QCheckBox>(dialog, "chkCustom")->setChecked(true);
         child<QCheckBox>(dialog, "chkShadow")->setChecked(true);
+        prompts().colors = {QColor(Qt::yellow), QColor(Qt::darkBlue)};
+        click(dialog, "CmdForeColor");
+        click(dialog, "CmdBackColor");
+        child<QCheckBox>(dialog, "chkUseBack")->setChecked(true);
         child<QCheckBox>(dialog, "chkShowDescription")->setChecked(true);
         shoot(dialog, "frmDescription");
         click(dialog, "CmdOK");
@@ -118,7 +124,11 @@ TEST_F(frmDescriptionTest, EditedInTheEditorAndSavedInTheShowFile)
     EXPECT_TRUE(CurrentShow().changed);
     EXPECT_EQ(CurrentShow().slides[0].SlideDescription, "A red square");
     EXPECT_EQ(CurrentShow().slides[1].SlideDescription, "Deep blue");
-    EXPECT_EQ(ParseDescProps(CurrentShow().slides[0].SlideDescProps).shadow, 1);
+    const DescriptionLook look = ParseDescProps(CurrentShow().slides[0].SlideDescProps);
+    EXPECT_EQ(look.shadow, 1);
+    EXPECT_EQ(look.useBack, 1);
+    EXPECT_EQ(look.foreColor, 0x00FFFF); // yellow, as the files keep colours
+    EXPECT_EQ(look.backColor, 0x800000);
     EXPECT_EQ(CurrentShow().slides[1].SlideDescProps, "");
 
     // Saved, the file holds the texts, the look and ShowDescription.
@@ -227,6 +237,16 @@ TEST_F(frmDescriptionTest, CommandsWorkOnACopyUntilOK)
     ResetSettings();
     LoadSettings();
     EXPECT_EQ(CurrentSettings().SlideDescLoc, 9);
+
+    // OK keeps a changed default look too; the show itself is no different.
+    frmDescription third(1);
+    child<QComboBox>(&third, "cboLocation")->setCurrentIndex(3);
+    third.store();
+    EXPECT_FALSE(third.changedShow());
+    EXPECT_FALSE(CurrentShow().changed);
+    ResetSettings();
+    LoadSettings();
+    EXPECT_EQ(CurrentSettings().SlideDescLoc, 3);
 }
 
 TEST_F(frmDescriptionTest, AdvancedDialogManagesAFoldersFile)
