@@ -160,6 +160,24 @@ TEST_F(frmDescriptionTest, EditedInTheEditorAndSavedInTheShowFile)
     prompts().clear();
     editor.findChild<QAction*>(QStringLiteral("mnuClearDescriptions"))->trigger();
     EXPECT_EQ(prompts().texts(), QStringList({"There are no descriptions to clear..."}));
+
+    // The description files of the source folder are a menu command away.
+    editor.setSourceFolder(root() + QStringLiteral("pics"));
+    QStringList listed;
+    onNextDialogs({[&](QWidget* dialog) {
+        if (auto* advanced = qobject_cast<frmAdvDescription*>(dialog))
+            listed = advanced->files();
+        click(dialog, "CmdClose");
+    }});
+    editor.findChild<QAction*>(QStringLiteral("mnuAdvDescriptions"))->trigger();
+    EXPECT_EQ(listed, QStringList({root() + "pics/!Description"}));
+
+    // An empty show has nothing to describe.
+    prompts().clear();
+    CurrentShow().slides.clear();
+    editor.editDescriptions();
+    EXPECT_EQ(prompts().texts(), QStringList({"There are no slides in the View List, unable to "
+                                              "edit descriptions..."}));
 }
 
 TEST_F(frmDescriptionTest, CommandsWorkOnACopyUntilOK)
