@@ -5,6 +5,8 @@
 #include "SlideListModel.h"
 #include "SlideRangeFrm.h"
 #include "frmEditSounds.h"
+#include "frmAdvDescription.h"
+#include "frmDescription.h"
 #include "frmPlaybackOptions.h"
 #include "frmSlideDup.h"
 #include "frmSlideInfo.h"
@@ -20,6 +22,7 @@
 #include "settings/Settings.h"
 #include "settings/SettingsCatalogue.h"
 #include "slideshow/ShowInformation.h"
+#include "slideshow/SlideDescriptions.h"
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
 #include "slideshow/SlideTransitions.h"
@@ -282,9 +285,9 @@ void SlideLoadFrm::buildMenus()
 
     QMenu* sounds = bar->addMenu(QStringLiteral("&Sounds"));
     action(sounds, "mnuEditSounds", QStringLiteral("&Edit Sounds..."), [this] {
-        const QVector<int> lines = selectedLines();
-        if (EditSlideSounds(this, lines.isEmpty() ? 0 : lines.first()))
-            refreshList();
+        const int line = editLine();
+        if (line >= 0 && EditSlideSounds(this, line))
+            afterEdit();
     });
     action(sounds, "mnuClearSounds", QStringLiteral("&Clear All Sounds..."), [this] {
         if (ClearSlideSounds(Title()))
@@ -306,6 +309,25 @@ void SlideLoadFrm::buildMenus()
         }
         play(CurrentSettings().ImageLastDisplayed);
     });
+    buildDescriptionMenu(bar);
+}
+
+void SlideLoadFrm::buildDescriptionMenu(QMenuBar* bar)
+{
+    QMenu* menu = bar->addMenu(QStringLiteral("&Descriptions"));
+    menu->setObjectName(QStringLiteral("mnuDescriptions"));
+    auto action = [this, menu](const char* name, const QString& caption, auto&& slot) {
+        QAction* a = menu->addAction(caption);
+        a->setObjectName(QString::fromLatin1(name));
+        connect(a, &QAction::triggered, this, slot);
+    };
+    action("mnuEditDescription", QStringLiteral("&Edit Descriptions..."),
+           [this] { editDescriptions(); });
+    action("mnuClearDescriptions", QStringLiteral("&Clear All Descriptions"),
+           [this] { clearDescriptions(); });
+    menu->addSeparator();
+    action("mnuAdvDescriptions", QStringLiteral("&Description Files..."),
+           [this] { frmAdvDescription::Open(sourceFolder(), this); });
 }
 
 void SlideLoadFrm::buildSlideMenus(QMenuBar* bar)
@@ -884,6 +906,28 @@ void SlideLoadFrm::dropFiles(const QStringList& files)
         return;
     }
     apply(AddSlides(CurrentShow(), dropped.slides, false));
+}
+
+void SlideLoadFrm::editDescriptions()
+{
+    const int line = editLine();
+    if (line >= 0 && frmDescription::Edit(line, this))
+        afterEdit();
+}
+
+void SlideLoadFrm::clearDescriptions()
+{
+    SlideShow& show = CurrentShow();
+    const QString refusal = ClearAllRefusal(show);
+    if (!refusal.isEmpty()) {
+        MsgBox(refusal, vbExclamation, Title());
+        return;
+    }
+    if (MsgBox(ClearAllQuestion(), vbYesNo + vbQuestion, Title()) != vbYes)
+        return;
+    ClearAllDescriptions(show);
+    show.changed = true;
+    refreshList();
 }
 
 bool SlideLoadFrm::mayClose()

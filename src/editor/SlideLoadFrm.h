@@ -76,6 +76,9 @@ public:
     // Selecting lines: a run of them, or every nth from the first selected.
     void selectRange();
     void selectEvery();
+    // Descriptions: the slide description dialog on the chosen line, and clearing every text.
+    void editDescriptions();
+    void clearDescriptions();
 
     // Closing with unsaved changes goes by the save switches; false when the user stays.
     bool mayClose();
@@ -97,6 +100,7 @@ private:
     void buildSlideMenus(QMenuBar* bar);
     // The line a per-slide dialog opens on, or -1 (said why) when the list is empty.
     int editLine();
+    void buildDescriptionMenu(QMenuBar* bar);
     void showFolderInTree();
     void apply(const ListResult& result);
     void afterEdit();

@@ -648,12 +648,8 @@ bool frmEditSounds::eventFilter(QObject* watched, QEvent* event)
 
 bool EditSlideSounds(QWidget* parent, int slide)
 {
-    if (CurrentShow().slides.isEmpty()) {
-        MsgBox(QStringLiteral("There are no slides in the View List to set sounds for.") +
-                   NewLine2() + QStringLiteral("Add files to the list and then try again..."),
-               vbExclamation, frmEditSounds::Title());
-        return false;
-    }
+    if (CurrentShow().slides.isEmpty())
+        return false; // the editor has said why
     const bool before = CurrentShow().changed;
     CurrentShow().changed = false;
     frmEditSounds dialog(slide, parent);
