@@ -3,6 +3,7 @@
 #include "editor/frmSlideProperties.h"
 #include "editor/frmTransition.h"
 #include "platform/AppPaths.h"
+#include "playback/FullViewFrm.h"
 #include "playback/TransitionPreview.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Random.h"
@@ -290,4 +291,33 @@ TEST_F(SlideDialogsTest, SelectingLinesListingNamesAndAShowOnAMissingMedium)
                              "...into Floppy Drive HOLIDAY\r\n\r\n"
                              "Press the \"OK\" button to continue."));
     EXPECT_EQ(CurrentShow().slides.size(), 3);
+}
+
+TEST_F(SlideDialogsTest, FullScreenPreviewPlaysTheSlideAndLeavesShowAndSettingsAlone)
+{
+    CurrentSettings().ResumeLastDisplayed = true;
+    CurrentSettings().ImageLastDisplayed = 2;
+    frmTransition d(1);
+    d.selectTransition(9);
+    int slides = -1;
+    qint16 transition = -1;
+    bool pauseRefused = false;
+    inNextDialog<FullViewFrm>([&](FullViewFrm& player) {
+        ASSERT_TRUE(QTest::qWaitFor(
+            [&] { return player.currentSlide() >= 0 && !player.isLoading(); }, 5000));
+        slides = int(CurrentShow().slides.size());
+        transition = CurrentShow().slides[0].SlideTransition;
+        player.runAction(PlayerAction::Pause);
+        pauseRefused = !player.isPaused();
+        const QImage& screen = player.screenImage();
+        EXPECT_EQ(QColor(screen.pixel(screen.width() / 2, screen.height() / 2)), QColor(Qt::green));
+        player.endShow();
+    });
+    d.previewFullScreen();
+    EXPECT_EQ(slides, 1);
+    EXPECT_EQ(transition, 9);
+    EXPECT_TRUE(pauseRefused);
+    EXPECT_EQ(CurrentShow().slides.size(), 3);
+    EXPECT_EQ(CurrentSettings().ImageLastDisplayed, 2);
+    EXPECT_TRUE(CurrentSettings().ResumeLastDisplayed);
 }
