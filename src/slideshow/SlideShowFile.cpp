@@ -3,6 +3,7 @@
 #include "SlideShow.h"
 #include "platform/AppPaths.h"
 #include "platform/Display.h"
+#include "platform/StartupState.h"
 #include "runtime/Format.h"
 #include "runtime/ListInput.h"
 #include "runtime/MsgBox.h"
@@ -11,7 +12,6 @@
 #include "runtime/WaitDialog.h"
 #include "settings/RecentShows.h"
 #include "settings/Settings.h"
-#include "platform/StartupState.h"
 
 #include <QDir>
 #include <QFile>
@@ -45,10 +45,16 @@ public:
     }
     qint32 number()
     {
-        const QString t = text();
+        if (m_in.atEnd())
+            throw ReadError();
+        const QStringView t = m_in.nextView();
+        // Nearly every number a show holds is a few plain digits: read those at once, and give
+        // anything else to the general reader.
+        if (const std::optional<qint32> plain = plainNumber(t))
+            return *plain;
         if (t.trimmed().isEmpty())
             return 0;
-        const std::optional<qint32> v = ToInt32(t);
+        const std::optional<qint32> v = ToInt32(t.toString());
         if (!v)
             throw ReadError();
         return *v;
@@ -57,6 +63,22 @@ public:
     bool flag() { return number() != 0; }
 
 private:
+    // Up to nine digits, with a leading minus sign or not.
+    static std::optional<qint32> plainNumber(QStringView t)
+    {
+        const bool negative = !t.isEmpty() && t.front() == u'-';
+        const QStringView digits = negative ? t.mid(1) : t;
+        if (digits.isEmpty() || digits.size() > 9)
+            return std::nullopt;
+        qint32 value = 0;
+        for (const QChar c : digits) {
+            if (c < u'0' || c > u'9')
+                return std::nullopt;
+            value = value * 10 + (c.unicode() - u'0');
+        }
+        return negative ? -value : value;
+    }
+
     ListInput& m_in;
 };
 

@@ -1,11 +1,11 @@
 #include "slideshow/SlideShowFile.h"
 #include "platform/AppPaths.h"
 #include "platform/Display.h"
+#include "platform/StartupState.h"
 #include "runtime/MsgBox.h"
 #include "runtime/WaitDialog.h"
 #include "settings/Settings.h"
 #include "slideshow/SlideShow.h"
-#include "platform/StartupState.h"
 #include "support/KavoriTest.h"
 
 #include <QFileInfo>
@@ -423,3 +423,36 @@ TEST_F(SlideShowFileTest, OldLayoutSlidesTakeTheIntervalInEffectBeforeTheRead)
     EXPECT_EQ(CurrentShow().slides[0].SlideDelay, 4);
 }
 // clang-format on
+
+TEST_F(SlideShowFileTest, NumbersReadTheSameWhateverTheirSpelling)
+{
+    // Plain digits take the quick path; signs, blanks, quotes, long and empty fields the general
+    // one: both give the same values.
+    const QByteArray show = lines({"Kavori Slide Show", "Version 1.X", "  2 ", "", "\"007\"", "-1",
+                                   "+12", "", "0000000001", "/p/a.jpg"});
+    ASSERT_TRUE(ReadSlideShow(writeFile(QStringLiteral("n.kav"), show)));
+    const Settings& s = CurrentSettings();
+    EXPECT_EQ(s.SoundMode, 2);
+    EXPECT_EQ(s.CDTrack, 7);
+    EXPECT_TRUE(s.SoundLoop);
+    EXPECT_EQ(s.SlideInterval, 12);
+    EXPECT_FALSE(s.RandomSlides);
+    EXPECT_TRUE(s.ShowFilenames);
+    ASSERT_EQ(CurrentShow().slides.size(), 1);
+
+    // Extremes of each field survive a write and a read.
+    Slide slide = NewSlide(QStringLiteral("/p/b.jpg"));
+    slide.SlidePosX = -32768;
+    slide.SlidePosY = 32767;
+    slide.SlideBackColor = 2147483647;
+    slide.SlideTransition = -7;
+    CurrentShow().slides = {slide};
+    const QString path = root() + QStringLiteral("x.kav");
+    ASSERT_TRUE(WriteSlideShow(path));
+    ASSERT_TRUE(ReadSlideShow(path));
+    ASSERT_EQ(CurrentShow().slides.size(), 1);
+    EXPECT_EQ(CurrentShow().slides[0].SlidePosX, -32768);
+    EXPECT_EQ(CurrentShow().slides[0].SlidePosY, 32767);
+    EXPECT_EQ(CurrentShow().slides[0].SlideBackColor, 2147483647);
+    EXPECT_EQ(CurrentShow().slides[0].SlideTransition, -7);
+}
