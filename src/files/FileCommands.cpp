@@ -4,6 +4,7 @@
 #include "fileutil/FileDelete.h"
 #include "fileutil/FileJobs.h"
 #include "frmCopyImages.h"
+#include "frmDuplicateFiles.h"
 #include "platform/AppPaths.h"
 #include "runtime/MsgBox.h"
 #include "viewer/MainViewFrm.h"
@@ -78,6 +79,10 @@ void ConnectFileCommands(MainViewFrm* window)
         const QString renamed = RenameFile(currentFile(window));
         if (!renamed.isEmpty())
             window->followCurrentFile(renamed);
+    });
+    handle("mnuSearchDuplicate", [window] {
+        frmDuplicateFiles dialog(window);
+        dialog.exec();
     });
     handle("mnuDelEmptyFolder", [window] {
         DeleteFolderFrm dialog(StartFolder(currentFile(window)), window);

@@ -728,17 +728,27 @@ void MainViewFrm::importImage(bool pcx)
     const QString path = CurrentPrompts().openFile(
         pcx ? QStringLiteral("Import PCX Image File") : QStringLiteral("Import TGA Image File"),
         QString(), pcx ? QStringLiteral("PCX Image (*.pcx)") : QStringLiteral("TGA Image (*.tga)"));
-    if (path.isEmpty())
-        return;
+    if (!path.isEmpty())
+        importPicture(path);
+}
+
+bool MainViewFrm::importFile(const QString& path)
+{
+    return ConfirmDiscardChanges(m_document) && importPicture(path);
+}
+
+bool MainViewFrm::importPicture(const QString& path)
+{
     const QImage image = ImportPicture(path);
     if (image.isNull()) {
         MsgBox(QStringLiteral("Unable to import the image file:") + NewLine2() + path + NewLine2() +
                    QStringLiteral("The file may be damaged or is not a supported type..."),
                vbInformation);
-        return;
+        return false;
     }
     m_document.setUntitled(image, QString(), FileNameOf(path));
     showDocument();
+    return true;
 }
 
 void MainViewFrm::newImage()
