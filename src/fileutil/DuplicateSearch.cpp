@@ -1,10 +1,10 @@
 #include "DuplicateSearch.h"
 
 #include "platform/AppPaths.h"
+#include "platform/FolderEntries.h"
 #include "runtime/ParallelRun.h"
 
 #include <QCryptographicHash>
-#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 
@@ -15,38 +15,45 @@ namespace kavori {
 
 namespace {
 
-// The extension of a name, upper-cased with its dot, or empty.
-QString extensionOf(const QString& name)
+// The extension of a name, upper-cased with its dot ("photo.Jpg" -> ".JPG"), or empty.
+QByteArray extensionOf(const QByteArray& name)
 {
-    const qsizetype dot = name.lastIndexOf(u'.');
-    return dot < 0 ? QString() : name.mid(dot).toUpper();
+    const qsizetype dot = name.lastIndexOf('.');
+    return dot < 0 ? QByteArray() : name.mid(dot).toUpper();
+}
+
+using Extensions = QSet<QByteArray>;
+
+Extensions extensionSet(const QStringList& extensions)
+{
+    Extensions set;
+    for (const QString& e : extensions)
+        set.insert(e.toUpper().toLatin1());
+    return set;
 }
 
 // Walks one root folder by folder, staying on its volume, and hands each matching file on.
+// Names are matched as the system stores them, so only the files wanted become strings.
 // Returns false when it was cancelled or the handler asked to stop.
-bool walk(const QString& root, const QSet<QString>& extensions, SearchState& state,
+bool walk(const QString& root, const Extensions& extensions, SearchState& state,
           const std::function<bool(const QString&)>& onFile)
 {
     const quint64 volume = VolumeIdOf(root);
-    QStringList folders = {root};
+    QStringList folders = {AddSlash(root)};
     while (!folders.isEmpty()) {
         const QString folder = folders.takeLast();
         QStringList below;
-        // Hidden files and folders stay out, as in a file list.
-        QDirIterator it(folder, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot);
-        while (it.hasNext()) {
-            if (state.cancel.load(std::memory_order_relaxed))
-                return false;
-            const QString path = it.next();
-            const QFileInfo info = it.fileInfo();
-            if (info.isDir()) {
-                if (!info.isSymLink())
-                    below << path;
-            } else if (extensions.contains(extensionOf(it.fileName()))) {
-                if (!onFile(path))
-                    return false;
-            }
-        }
+        bool stop = false;
+        ForEachEntry(folder, [&](const QByteArray& name, EntryKind kind) {
+            if (stop || (stop = state.cancel.load(std::memory_order_relaxed)))
+                return;
+            if (kind == EntryKind::Folder)
+                below << folder + QFile::decodeName(name) + u'/';
+            else if (extensions.contains(extensionOf(name)))
+                stop = !onFile(folder + QFile::decodeName(name));
+        });
+        if (stop)
+            return false;
         // Sub-folders are visited in the order listed (the stack takes them from its end).
         for (auto i = below.size(); i-- > 0;) {
             if (VolumeIdOf(below[i]) == volume)
@@ -54,11 +61,6 @@ bool walk(const QString& root, const QSet<QString>& extensions, SearchState& sta
         }
     }
     return true;
-}
-
-QSet<QString> extensionSet(const QStringList& extensions)
-{
-    return QSet<QString>(extensions.cbegin(), extensions.cend());
 }
 
 QByteArray hashOf(const QString& path, qint64 limit)
@@ -167,7 +169,7 @@ NameGroups SearchSameNames(const QStringList& roots, const QStringList& extensio
                            SearchState& state)
 {
     NameGroups groups;
-    const QSet<QString> wanted = extensionSet(extensions);
+    const Extensions wanted = extensionSet(extensions);
     for (int i = 0; i < roots.size(); ++i) {
         state.drive = i;
         const bool goOn = walk(roots[i], wanted, state, [&](const QString& path) {
@@ -189,7 +191,7 @@ QStringList FindSearchFiles(const QStringList& roots, const QStringList& extensi
                             SearchState& state)
 {
     QStringList files;
-    const QSet<QString> wanted = extensionSet(extensions);
+    const Extensions wanted = extensionSet(extensions);
     for (int i = 0; i < roots.size(); ++i) {
         state.drive = i;
         const bool goOn = walk(roots[i], wanted, state, [&](const QString& path) {
