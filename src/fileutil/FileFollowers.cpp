@@ -35,11 +35,13 @@ int findEntry(const QString& name)
 
 bool SamePath(const QString& a, const QString& b)
 {
-    if (a.compare(b, Qt::CaseInsensitive) == 0)
-        return true;
+    // Two files that both exist are the same only on disk (names differing in case may be two
+    // files here); a name without its file is compared as the program compares names.
     const QFileInfo fa(a);
     const QFileInfo fb(b);
-    return fa.exists() && fb.exists() && fa.canonicalFilePath() == fb.canonicalFilePath();
+    if (fa.exists() && fb.exists())
+        return fa.canonicalFilePath() == fb.canonicalFilePath();
+    return a.compare(b, Qt::CaseInsensitive) == 0;
 }
 
 bool CopyDescriptionEntry(const QString& source, const QString& target)

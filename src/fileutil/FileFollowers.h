@@ -22,7 +22,8 @@ bool RenameFavoriteFile(const QString& path, const QString& newPath);
 // many slides changed (the sound is not counted).
 int MoveShowEntries(const QString& oldPath, const QString& newPath);
 
-// Two paths name the same file: equal without regard to case, or the same file on disk.
+// Two paths name the same file: the same file on disk when both exist, else the same name
+// without regard to case.
 bool SamePath(const QString& a, const QString& b);
 
 } // namespace kavori

@@ -225,4 +225,13 @@ TEST_F(frmDuplicateFilesTest, ContentModeTellsTrueCopiesFromSameNames)
     EXPECT_TRUE(QFileInfo::exists(c + "sub/deep/Photo.bmp"));
     EXPECT_EQ(prompts().texts(), QStringList({"This is the last copy of this file in the list, it "
                                               "will not be deleted from here..."}));
+
+    // Drives that are gone by the time of the search.
+    SetLogicalDrivesOverride(QVector<Volume>{});
+    prompts().clear();
+    f.find();
+    EXPECT_FALSE(f.searching());
+    EXPECT_EQ(prompts().texts(), QStringList({"Error, unable to search for duplicate files.\r\n\r\n"
+                                              "The current drive letters could not be aquired from "
+                                              "system..."}));
 }

@@ -110,7 +110,14 @@ TEST_F(FileDeleteTest, FollowersOfAMovedFile)
     EXPECT_EQ(
         MoveShowEntries(pics() + QStringLiteral("tune.mid"), root() + QStringLiteral("t.mid")), 0);
     EXPECT_EQ(CurrentSettings().SoundFile, root() + QStringLiteral("t.mid"));
-    EXPECT_TRUE(readFile(SettingsFilePath()).contains(QByteArray("SoundFile=" + root().toUtf8() + "t.mid")));
+    EXPECT_TRUE(readFile(SettingsFilePath())
+                    .contains(QByteArray("SoundFile=" + root().toUtf8() + "t.mid")));
+
+    // Names that differ in case are two files here; a name without its file matches any case.
+    writeFile(pics() + QStringLiteral("B.JPG"), "other");
+    EXPECT_FALSE(SamePath(pics() + QStringLiteral("b.jpg"), pics() + QStringLiteral("B.JPG")));
+    EXPECT_TRUE(SamePath(pics() + QStringLiteral("b.jpg"), pics() + QStringLiteral("./b.jpg")));
+    EXPECT_TRUE(SamePath(pics() + QStringLiteral("gone.jpg"), pics() + QStringLiteral("GONE.JPG")));
 
     EXPECT_TRUE(RenameFavoriteFile(a, target));
     EXPECT_EQ(CurrentSettings().FavoriteFile[3], target);
