@@ -8,6 +8,9 @@
 #include "ImageView.h"
 #include "RecentFiles.h"
 #include "StartRequest.h"
+#include "editor/EditorCommands.h"
+#include "editor/SlideLoadFrm.h"
+#include "files/FileCommands.h"
 #include "frmPreferences.h"
 #include "frmTip.h"
 #include "imaging/ImageSaving.h"
@@ -17,11 +20,10 @@
 #include "platform/DisplaySettings.h"
 #include "platform/HelpFile.h"
 #include "platform/RecentDocuments.h"
+#include "platform/StartupState.h"
 #include "platform/TickCount.h"
 #include "platform/Twips.h"
 #include "platform/UserSettings.h"
-#include "editor/EditorCommands.h"
-#include "editor/SlideLoadFrm.h"
 #include "playback/FullViewFrm.h"
 #include "playback/PlaybackCommands.h"
 #include "runtime/DoEvents.h"
@@ -35,7 +37,6 @@
 #include "slideshow/BonusPack.h"
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
-#include "platform/StartupState.h"
 #include "startup/WaitFrm.h"
 
 #include <QAction>
@@ -102,6 +103,7 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     connectCommands();
     ConnectPlaybackCommands(this);
     ConnectEditorCommands(this);
+    ConnectFileCommands(this);
 
     m_statusText = new QLabel(this);
     m_statusText->setObjectName(QStringLiteral("lblStatus"));
@@ -336,6 +338,35 @@ bool MainViewFrm::openImage(const QString& path)
     updateRecentMenu();
     prefetchNeighbours();
     return true;
+}
+
+void MainViewFrm::followCurrentFile(const QString& newPath)
+{
+    if (!newPath.isEmpty()) {
+        m_document.fileMoved(newPath);
+        CurrentSettings().LastOpenedFile = newPath;
+        showDocument();
+        return;
+    }
+    const QString gone = m_document.currentFile();
+    const QStringList before = m_folderList; // the folder as it was listed with the file in it
+    m_listedFolder.clear();
+    const QStringList& now = folderList();
+    qsizetype at = -1;
+    for (qsizetype i = 0; i < before.size(); ++i)
+        if (before[i].compare(gone, Qt::CaseInsensitive) == 0)
+            at = i;
+    QStringList candidates = before.mid(at + 1);
+    for (qsizetype i = at - 1; i >= 0; --i)
+        candidates << before[i];
+    if (at < 0)
+        candidates = now;
+    m_document.clear();
+    for (const QString& next : std::as_const(candidates)) {
+        if (now.contains(next) && openImage(next))
+            return;
+    }
+    showDocument();
 }
 
 const QStringList& MainViewFrm::folderList()
@@ -697,17 +728,27 @@ void MainViewFrm::importImage(bool pcx)
     const QString path = CurrentPrompts().openFile(
         pcx ? QStringLiteral("Import PCX Image File") : QStringLiteral("Import TGA Image File"),
         QString(), pcx ? QStringLiteral("PCX Image (*.pcx)") : QStringLiteral("TGA Image (*.tga)"));
-    if (path.isEmpty())
-        return;
+    if (!path.isEmpty())
+        importPicture(path);
+}
+
+bool MainViewFrm::importFile(const QString& path)
+{
+    return ConfirmDiscardChanges(m_document) && importPicture(path);
+}
+
+bool MainViewFrm::importPicture(const QString& path)
+{
     const QImage image = ImportPicture(path);
     if (image.isNull()) {
         MsgBox(QStringLiteral("Unable to import the image file:") + NewLine2() + path + NewLine2() +
                    QStringLiteral("The file may be damaged or is not a supported type..."),
                vbInformation);
-        return;
+        return false;
     }
     m_document.setUntitled(image, QString(), FileNameOf(path));
     showDocument();
+    return true;
 }
 
 void MainViewFrm::newImage()

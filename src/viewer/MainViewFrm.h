@@ -34,6 +34,14 @@ public:
     // Opens an image file after the unsaved-image question; false when it was not opened.
     bool openImage(const QString& path);
 
+    // Imports a PCX or TGA picture as a new untitled image, after the unsaved-image question.
+    bool importFile(const QString& path);
+
+    // The current file was moved or renamed to newPath: the window follows it. With newPath
+    // empty it was deleted: the window moves on to the next picture of the folder (or the one
+    // before), or shows nothing.
+    void followCurrentFile(const QString& newPath);
+
     // Handles a file dropped on the image area.
     void dropFile(const QString& path);
 
@@ -57,6 +65,7 @@ private:
     void openRecent(int index);
     void exportImage(bool jpeg);
     void importImage(bool pcx);
+    bool importPicture(const QString& path);
     void newImage();
     void showAbout();
     void showDisplaySettings();

@@ -1,0 +1,154 @@
+#include "FolderPane.h"
+
+#include "fileutil/MediaPatterns.h"
+#include "platform/AppPaths.h"
+
+#include <QCollator>
+#include <QDir>
+#include <QFileSystemModel>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QTreeView>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace kavori {
+
+namespace {
+
+QStringList patternsOf(const QString& text)
+{
+    return text.split(u';', Qt::SkipEmptyParts);
+}
+
+} // namespace
+
+QStringList ImagePatterns()
+{
+    return patternsOf(DuplicatePattern(true, false));
+}
+
+QStringList SoundPatterns()
+{
+    const QString all = DuplicatePattern(false, true);
+    return patternsOf(all.mid(DuplicatePattern(false, false).size()));
+}
+
+FolderPane::FolderPane(const QString& treeName, const QString& listName,
+                       const QStringList& patterns, QWidget* parent)
+    : QWidget(parent), m_patterns(patterns)
+{
+    m_path = new QLineEdit(this);
+    m_path->setObjectName(treeName + QStringLiteral("Path"));
+    connect(m_path, &QLineEdit::returnPressed, this, [this] {
+        if (QFileInfo(m_path->text()).isDir())
+            setFolder(m_path->text());
+    });
+
+    m_model = new QFileSystemModel(this);
+    m_model->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot);
+    m_model->setRootPath(QDir::rootPath());
+    m_tree = new QTreeView(this);
+    m_tree->setObjectName(treeName);
+    m_tree->setModel(m_model);
+    m_tree->setHeaderHidden(true);
+    for (int column = 1; column < m_model->columnCount(); ++column)
+        m_tree->hideColumn(column);
+    m_tree->installEventFilter(this);
+    connect(m_model, &QFileSystemModel::directoryLoaded, this, [this](const QString& loaded) {
+        if (m_folder.startsWith(AddSlash(loaded)))
+            showFolderInTree();
+    });
+    connect(m_tree, &QTreeView::clicked, this,
+            [this](const QModelIndex& index) { setFolder(m_model->filePath(index)); });
+
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_path);
+    layout->addWidget(m_tree, 1);
+    if (!listName.isEmpty()) {
+        m_list = new QListWidget(this);
+        m_list->setObjectName(listName);
+        m_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
+        m_list->setUniformItemSizes(true);
+        m_list->installEventFilter(this);
+        layout->addWidget(m_list, 1);
+    }
+}
+
+void FolderPane::setFolder(const QString& folder)
+{
+    m_folder = AddSlash(QDir(folder).absolutePath());
+    m_path->setText(QDir::toNativeSeparators(m_folder));
+    showFolderInTree();
+    refresh();
+    Q_EMIT folderChanged(m_folder);
+}
+
+QString FolderPane::folder() const
+{
+    return m_folder;
+}
+
+void FolderPane::refresh()
+{
+    if (!m_list)
+        return;
+    m_list->clear();
+    QStringList names = QDir(m_folder).entryList(m_patterns, QDir::Files);
+    QCollator collator;
+    collator.setNumericMode(true);
+    collator.setCaseSensitivity(Qt::CaseInsensitive);
+    std::sort(names.begin(), names.end(), collator);
+    m_list->addItems(names);
+}
+
+void FolderPane::showFolderInTree()
+{
+    const QModelIndex dir = m_model->index(m_folder);
+    for (QModelIndex up = dir.parent(); up.isValid(); up = up.parent())
+        m_tree->expand(up);
+    m_tree->setCurrentIndex(dir);
+    m_tree->scrollTo(dir);
+}
+
+QStringList FolderPane::files() const
+{
+    QStringList all;
+    for (int row = 0; m_list && row < m_list->count(); ++row)
+        all << m_folder + m_list->item(row)->text();
+    return all;
+}
+
+QStringList FolderPane::selectedFiles() const
+{
+    QStringList chosen;
+    for (int row = 0; m_list && row < m_list->count(); ++row)
+        if (m_list->item(row)->isSelected())
+            chosen << m_folder + m_list->item(row)->text();
+    return chosen;
+}
+
+void FolderPane::selectAll()
+{
+    if (m_list)
+        m_list->selectAll();
+}
+
+bool FolderPane::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent*>(event)->key() == Qt::Key_Delete) {
+        if (watched == m_list)
+            Q_EMIT deleteFileKey();
+        else
+            Q_EMIT deleteFolderKey();
+        return true;
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+} // namespace kavori

@@ -1,0 +1,93 @@
+#include "Volumes.h"
+
+#include "AppPaths.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QStorageInfo>
+
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
+
+namespace kavori {
+
+namespace {
+
+std::optional<QVector<Volume>>& drivesOverride()
+{
+    static std::optional<QVector<Volume>> drives;
+    return drives;
+}
+
+// "/dev/sdb1" -> the kernel's removable flag of "sdb".
+bool removableDevice(const QString& device)
+{
+    if (!device.startsWith(QLatin1String("/dev/")))
+        return false;
+    QString name = device.mid(5);
+    for (QString candidate = name; !candidate.isEmpty(); candidate.chop(1)) {
+        QFile flag(QStringLiteral("/sys/block/") + candidate + QStringLiteral("/removable"));
+        if (flag.open(QIODevice::ReadOnly))
+            return flag.readAll().trimmed() == "1";
+    }
+    return false;
+}
+
+} // namespace
+
+DriveType ClassifyVolume(const QString& fileSystemType, const QString& device, bool removable)
+{
+    const QString fs = fileSystemType.toLower();
+    static const QStringList remote = {QStringLiteral("nfs"),   QStringLiteral("nfs4"),
+                                       QStringLiteral("cifs"),  QStringLiteral("smbfs"),
+                                       QStringLiteral("smb3"),  QStringLiteral("fuse.sshfs"),
+                                       QStringLiteral("sshfs"), QStringLiteral("9p"),
+                                       QStringLiteral("afs"),   QStringLiteral("davfs")};
+    if (remote.contains(fs) || device.startsWith(QLatin1String("//")))
+        return DriveType::Remote;
+    if (fs == QLatin1String("iso9660") || fs == QLatin1String("udf"))
+        return DriveType::CDRom;
+    if (fs == QLatin1String("tmpfs") || fs == QLatin1String("ramfs"))
+        return DriveType::RamDisk;
+    if (removable)
+        return DriveType::Removable;
+    if (device.startsWith(QLatin1Char('/')) || !device.isEmpty())
+        return DriveType::Fixed;
+    return DriveType::Unknown;
+}
+
+QVector<Volume> LogicalDrives()
+{
+    if (drivesOverride())
+        return *drivesOverride();
+    QVector<Volume> drives;
+    for (const QStorageInfo& info : QStorageInfo::mountedVolumes()) {
+        if (!info.isValid() || !info.isReady())
+            continue;
+        const QString device = QString::fromLocal8Bit(info.device());
+        drives.push_back(
+            {AddSlash(info.rootPath()), ClassifyVolume(QString::fromLatin1(info.fileSystemType()),
+                                                       device, removableDevice(device))});
+    }
+    return drives;
+}
+
+void SetLogicalDrivesOverride(std::optional<QVector<Volume>> drives)
+{
+    drivesOverride() = std::move(drives);
+}
+
+quint64 VolumeIdOf(const QString& folder)
+{
+#ifdef Q_OS_UNIX
+    struct stat st {};
+    if (::stat(QFile::encodeName(folder).constData(), &st) == 0)
+        return quint64(st.st_dev);
+    return 0;
+#else
+    return qHash(QStorageInfo(folder).rootPath());
+#endif
+}
+
+} // namespace kavori

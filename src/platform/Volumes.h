@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+#include <QVector>
+
+#include <optional>
+
+namespace kavori {
+
+// The kinds of drive the program tells apart, numbered as the system's drive types are.
+enum class DriveType { Unknown = 0, Removable = 2, Fixed = 3, Remote = 4, CDRom = 5, RamDisk = 6 };
+
+struct Volume {
+    QString root; // ends in "/"
+    DriveType type = DriveType::Unknown;
+};
+
+// The kind of a mounted volume from its file system and device: network file systems are
+// remote, disc file systems CD-ROM, memory file systems RAM disks, a block device the kernel
+// calls removable is removable, any other device a fixed disk.
+DriveType ClassifyVolume(const QString& fileSystemType, const QString& device, bool removable);
+
+// The mounted volumes, as the system lists its drives. Empty when they cannot be had.
+QVector<Volume> LogicalDrives();
+
+// Tests decide which drives the machine has; no value goes back to asking the system.
+void SetLogicalDrivesOverride(std::optional<QVector<Volume>> drives);
+
+// An identity of the volume a folder lies on, so a walk of one drive stays on it.
+quint64 VolumeIdOf(const QString& folder);
+
+} // namespace kavori
