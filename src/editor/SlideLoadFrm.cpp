@@ -4,17 +4,19 @@
 #include "LoadSlideFile.h"
 #include "SlideListModel.h"
 #include "SlideRangeFrm.h"
-#include "frmEditSounds.h"
+#include "files/FolderPane.h"
+#include "files/frmCopyImages.h"
 #include "frmAdvDescription.h"
 #include "frmDescription.h"
+#include "frmEditSounds.h"
 #include "frmPlaybackOptions.h"
 #include "frmSlideDup.h"
 #include "frmSlideInfo.h"
 #include "frmSlideProperties.h"
 #include "frmTransition.h"
 #include "platform/AppPaths.h"
-#include "platform/RemovableMedia.h"
 #include "platform/UserSettings.h"
+#include "platform/Volumes.h"
 #include "playback/FullViewFrm.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Prompts.h"
@@ -250,6 +252,7 @@ void SlideLoadFrm::buildMenus()
     action(file, "mnuSourceInfo", QStringLiteral("S&ource Folder Information..."),
            [this] { sourceInformation(); });
     action(file, "mnuNewFolder", QStringLiteral("&New Folder..."), [this] { newFolder(); });
+    action(file, "mnuCopyImages", QStringLiteral("&Copy Images..."), [this] { copyImages(); });
     file->addSeparator();
     action(file, "mnuClose", QStringLiteral("&Close"), [this] { close(); });
 
@@ -345,6 +348,16 @@ void SlideLoadFrm::buildSlideMenus(QMenuBar* bar)
            [this] { editTransitions(); });
     action(transitions, "mnuClearTransitions", QStringLiteral("&Clear All Transitions..."),
            [this] { clearTransitions(); });
+}
+
+void SlideLoadFrm::copyImages()
+{
+    // The copy dialog opens on the source folder with the chosen pictures chosen there too.
+    const QStringList chosen = selectedSourceFiles();
+    frmCopyImages dialog(QString(), this);
+    dialog.source()->setFolder(sourceFolder());
+    dialog.source()->selectFiles(chosen);
+    dialog.exec();
 }
 
 void SlideLoadFrm::selectRange()

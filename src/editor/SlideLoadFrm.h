@@ -75,6 +75,8 @@ public:
     void clearTransitions();
     // Selecting lines: a run of them, or every nth from the first selected.
     void selectRange();
+    // Copies pictures of the source folder elsewhere (the copy dialog, on the source folder).
+    void copyImages();
     void selectEvery();
     // Descriptions: the slide description dialog on the chosen line, and clearing every text.
     void editDescriptions();

@@ -132,6 +132,16 @@ QStringList FolderPane::selectedFiles() const
     return chosen;
 }
 
+void FolderPane::selectFiles(const QStringList& paths)
+{
+    if (!m_list)
+        return;
+    for (int row = 0; row < m_list->count(); ++row) {
+        QListWidgetItem* item = m_list->item(row);
+        item->setSelected(paths.contains(m_folder + item->text()));
+    }
+}
+
 void FolderPane::selectAll()
 {
     if (m_list)

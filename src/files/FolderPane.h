@@ -28,6 +28,8 @@ public:
     QStringList files() const;         // the listed files, full paths
     QStringList selectedFiles() const; // in list order
     void selectAll();
+    // Chooses these files (full paths) of the folder shown, and no others.
+    void selectFiles(const QStringList& paths);
     QListWidget* fileList() const { return m_list; }
     QTreeView* tree() const { return m_tree; }
 

@@ -2,6 +2,8 @@
 #include "editor/SlideRangeFrm.h"
 #include "editor/frmSlideProperties.h"
 #include "editor/frmTransition.h"
+#include "files/FolderPane.h"
+#include "files/frmCopyImages.h"
 #include "platform/AppPaths.h"
 #include "playback/FullViewFrm.h"
 #include "playback/TransitionPreview.h"
@@ -17,6 +19,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
+#include <QFileSystemModel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
@@ -320,4 +323,28 @@ TEST_F(SlideDialogsTest, FullScreenPreviewPlaysTheSlideAndLeavesShowAndSettingsA
     EXPECT_EQ(CurrentShow().slides.size(), 3);
     EXPECT_EQ(CurrentSettings().ImageLastDisplayed, 2);
     EXPECT_TRUE(CurrentSettings().ResumeLastDisplayed);
+}
+
+TEST_F(SlideDialogsTest, CopyImagesOpensOnTheSourceFolderWithTheChosenPictures)
+{
+    SlideLoadFrm editor;
+    const QString folder = root() + QStringLiteral("show");
+    editor.setSourceFolder(folder);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return editor.allSourceFiles().size() == 3; }, 5000));
+    const QString second = editor.allSourceFiles().at(1);
+    auto* files = editor.findChild<QAbstractItemView*>(QStringLiteral("File1"));
+    const QModelIndex root = files->rootIndex();
+    for (int row = 0; row < files->model()->rowCount(root); ++row) {
+        const QModelIndex index = files->model()->index(row, 0, root);
+        if (index.data(QFileSystemModel::FilePathRole).toString() == second)
+            files->selectionModel()->select(index, QItemSelectionModel::Select);
+    }
+    ASSERT_EQ(editor.selectedSourceFiles(), QStringList({second}));
+    QStringList offered;
+    inNextDialog<frmCopyImages>([&](frmCopyImages& d) {
+        offered = d.source()->selectedFiles();
+        d.reject();
+    });
+    editor.findChild<QAction*>(QStringLiteral("mnuCopyImages"))->trigger();
+    EXPECT_EQ(offered, QStringList({second}));
 }
