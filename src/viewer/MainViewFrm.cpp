@@ -21,6 +21,7 @@
 #include "platform/Twips.h"
 #include "platform/UserSettings.h"
 #include "editor/EditorCommands.h"
+#include "packaging/SaverCommands.h"
 #include "editor/SlideLoadFrm.h"
 #include "playback/FullViewFrm.h"
 #include "playback/PlaybackCommands.h"
@@ -102,6 +103,7 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     connectCommands();
     ConnectPlaybackCommands(this);
     ConnectEditorCommands(this);
+    ConnectSaverCommands(this);
 
     m_statusText = new QLabel(this);
     m_statusText->setObjectName(QStringLiteral("lblStatus"));
