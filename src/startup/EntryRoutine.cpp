@@ -20,6 +20,7 @@
 #include "slideshow/BonusPack.h"
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
+#include "systemsaver/SystemSaver.h"
 #include "viewer/MainViewFrm.h"
 
 #include <QApplication>
@@ -69,8 +70,8 @@ std::optional<int> RunEntryRoutine(const QStringList& arguments)
 
     if (state.CommandLine.startsWith(QLatin1String("SCRNSAVE"))) {
         if (WindowLock::Exists(ScreenSaverWindowTitle()))
-            return endStartup();             // a screen saver is running already
-        state.ScreenSaveUsePassword = false; // the system's locker asks for it here
+            return endStartup(); // a screen saver is running already
+        state.ScreenSaveUsePassword = CurrentSystemSaver().PasswordInUse();
     } else {
         WaitFrm::Open();
     }

@@ -1,4 +1,6 @@
 #include "packaging/SaverSettings.h"
+#include "editor/SlideLoadFrm.h"
+#include "packaging/SaverCommands.h"
 #include "packaging/SaverSetup.h"
 #include "platform/UserSettings.h"
 #include "platform/WindowLock.h"
@@ -12,6 +14,8 @@
 #include "support/ShowTest.h"
 #include "systemsaver/ProfileSaver.h"
 
+#include <QAction>
+#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
@@ -19,6 +23,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
+#include <QTimer>
 
 using namespace kavori;
 
@@ -427,5 +432,72 @@ TEST_F(SaverSettingsTest, DialogShowsEveryControlAndSavesOnOk)
     ReadSlideShow(show);
     EXPECT_EQ(CurrentShow().slides[0].SlideBackMode, kSaverCustom);
     EXPECT_EQ(FromVbColor(CurrentShow().slides[1].SlideBackColor), QColor(10, 20, 30));
+    InstallSystemSaver(std::move(previous));
+}
+
+namespace {
+// Clicks a button of the next modal dialog once it is up.
+void clickInNextDialog(const char* button, QString* title = nullptr)
+{
+    QTimer::singleShot(0, qApp, [button, title] {
+        QWidget* dialog = QApplication::activeModalWidget();
+        if (!dialog)
+            return;
+        if (title)
+            *title = dialog->windowTitle();
+        if (auto* b = dialog->findChild<QPushButton*>(QString::fromLatin1(button)))
+            b->click();
+    });
+}
+} // namespace
+
+TEST_F(SaverSettingsTest, MainWindowAndEditorMakeAShowTheSaverInOneStep)
+{
+    auto owned = std::make_unique<FakeSystemSaver>();
+    FakeSystemSaver* fake = owned.get();
+    auto previous = InstallSystemSaver(std::move(owned));
+    const QString show = makeShow(QStringLiteral("Garden.KAV"), {5, 5}, {0, 0});
+
+    QWidget window;
+    for (const char* name : {"mnuSetScreenSaver", "mnuSSaverSettings"}) {
+        auto* action = new QAction(&window);
+        action->setObjectName(QString::fromLatin1(name));
+        action->setEnabled(false);
+    }
+    ConnectSaverCommands(&window);
+    auto* set = window.findChild<QAction*>(QStringLiteral("mnuSetScreenSaver"));
+    auto* settings = window.findChild<QAction*>(QStringLiteral("mnuSSaverSettings"));
+    EXPECT_TRUE(set->isEnabled());
+    EXPECT_TRUE(settings->isEnabled());
+
+    // Cancelled picker: nothing changes.
+    set->trigger();
+    EXPECT_TRUE(registrySaver().isEmpty());
+
+    // A picked show is the saver at once; the dialog then shows it (Cancel keeps that).
+    prompts().files = {show};
+    QString title;
+    clickInNextDialog("CmdCancel", &title);
+    set->trigger();
+    EXPECT_EQ(title, "Kavori - [Screen Saver Settings]");
+    EXPECT_EQ(registrySaver(), show);
+    EXPECT_EQ(fake->madeCurrent, 1);
+
+    clickInNextDialog("CmdCancel", &title);
+    title.clear();
+    settings->trigger();
+    EXPECT_EQ(title, "Kavori - [Screen Saver Settings]");
+
+    // The editor's command takes the show open in it.
+    const QString other = makeShow(QStringLiteral("Pond.KAV"), {5}, {0});
+    ASSERT_TRUE(ReadSlideShow(other));
+    fake->name.clear();
+    {
+        SlideLoadFrm editor;
+        clickInNextDialog("CmdOK");
+        editor.findChild<QAction*>(QStringLiteral("mnuSetScreenSaver"))->trigger();
+    }
+    EXPECT_EQ(registrySaver(), other);
+    EXPECT_EQ(fake->madeCurrent, 2);
     InstallSystemSaver(std::move(previous));
 }
