@@ -12,7 +12,7 @@ PACKAGES=(
     libwmf-dev libemf2svg-dev
     libfluidsynth-dev timgm6mb-soundfont
     libgtest-dev libgmock-dev googletest libbenchmark-dev libjpeg62-turbo-dev
-    xvfb xauth x11-utils
+    xvfb xauth x11-utils x11-apps xscreensaver
     fonts-dejavu-core fonts-urw-base35
 )
 

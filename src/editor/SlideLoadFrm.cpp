@@ -14,6 +14,8 @@
 #include "frmSlideInfo.h"
 #include "frmSlideProperties.h"
 #include "frmTransition.h"
+#include "packaging/SaverSettings.h"
+#include "packaging/SaverSetup.h"
 #include "platform/AppPaths.h"
 #include "platform/UserSettings.h"
 #include "platform/Volumes.h"
@@ -28,6 +30,7 @@
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
 #include "slideshow/SlideTransitions.h"
+#include "systemsaver/SystemSaver.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -253,6 +256,16 @@ void SlideLoadFrm::buildMenus()
            [this] { sourceInformation(); });
     action(file, "mnuNewFolder", QStringLiteral("&New Folder..."), [this] { newFolder(); });
     action(file, "mnuCopyImages", QStringLiteral("&Copy Images..."), [this] { copyImages(); });
+    file->addSeparator();
+    // The show as it stands becomes the screen saver: saved first when it has changes.
+    action(file, "mnuSetScreenSaver", QStringLiteral("Set as &Screen Saver..."), [this] {
+        if ((CurrentShow().changed || CurrentShow().path.isEmpty()) && !save())
+            return;
+        if (!MakeShowTheSaver(CurrentShow().path, CurrentSystemSaver()))
+            return;
+        SaverSetup::Edit(this); // works on the same file, read again
+        refreshList();
+    });
     file->addSeparator();
     action(file, "mnuClose", QStringLiteral("&Close"), [this] { close(); });
 

@@ -126,6 +126,13 @@ QString PathNoCase(const QString& folder, const QString& relative)
 
 namespace kavori {
 
+QString ShortPathName(const QString& path)
+{
+    if (path.isEmpty())
+        return {};
+    return QFileInfo(path).canonicalFilePath();
+}
+
 QString FullPathNoCase(const QString& path)
 {
     if (!IsFullPath(path) || QFileInfo::exists(path))

@@ -21,6 +21,7 @@ struct StartupState {
     bool IsOldNT = false;               // a Windows NT before version 4: never true here
     bool ScreenSaveUsePassword = false; // the system's locker owns the password on Linux
     bool ShowDisplayProperties = false; // the user asked to adjust the display after start
+    quintptr SaverWindow = 0;           // the window the system's saver gave us to play in
 };
 
 StartupState& CurrentStartup();

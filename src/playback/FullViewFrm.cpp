@@ -17,6 +17,7 @@
 #include "slideshow/DescriptionFile.h"
 #include "slideshow/SlideList.h"
 #include "slideshow/SlideShow.h"
+#include "systemsaver/SystemSaver.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -30,6 +31,7 @@
 #include <QStyle>
 #include <QTimer>
 #include <QToolBar>
+#include <QWindow>
 
 #include <utility>
 
@@ -95,6 +97,8 @@ FullViewFrm::~FullViewFrm()
 {
     if (m_playing)
         m_media->stopAll();
+    if (m_saverHeld)
+        CurrentSystemSaver().RestoreSaver(m_savedSaver);
 }
 
 void FullViewFrm::setImage(const QImage& image)
@@ -220,6 +224,11 @@ void FullViewFrm::PlayShow(const PlayerStart& start)
     if (start.screenSaver) {
         m_mouseStart = QCursor::pos();
         m_timerMouse->start();
+    } else if (CurrentSettings().DisableScreenSaver && !m_saverHeld &&
+               CurrentSystemSaver().SaverActive()) {
+        m_savedSaver = CurrentSystemSaver().CurrentSaverValue();
+        CurrentSystemSaver().DisableSaver();
+        m_saverHeld = true;
     }
     readAhead();
     m_media->startShowSound();
@@ -229,7 +238,17 @@ void FullViewFrm::PlayShow(const PlayerStart& start)
 int FullViewFrm::PlaySlideShowModal(const PlayerStart& start, QWidget* parent)
 {
     FullViewFrm player(parent);
-    player.setWindowState(Qt::WindowFullScreen);
+    QWindow* host = start.hostWindow ? QWindow::fromWinId(WId(start.hostWindow)) : nullptr;
+    if (host) {
+        // Inside the saver's own window, filling it; the saver ends us when it is done.
+        player.setWindowFlags(Qt::FramelessWindowHint);
+        player.winId();
+        player.windowHandle()->setParent(host);
+        const QSize size = host->size().isEmpty() ? player.screen()->size() : host->size();
+        player.setGeometry(QRect(QPoint(0, 0), size));
+    } else {
+        player.setWindowState(Qt::WindowFullScreen);
+    }
     player.PlayShow(start);
     player.exec();
     return 0;
@@ -685,6 +704,8 @@ void FullViewFrm::endShow()
     stopAnimation();
     m_descriptions->hide();
     m_media->stopAll();
+    if (std::exchange(m_saverHeld, false))
+        CurrentSystemSaver().RestoreSaver(m_savedSaver);
     done(0);
 }
 

@@ -66,6 +66,15 @@ StartDecision DecideStartMode(const QString& commandLine, const StartOptions& op
 QString FloppyDiskQuestion(const QString& path);
 QString InvalidFileNameMessage(const QString& path);
 
+// Our screen saver module's run: "/S" (the switch a Windows saver module is started with),
+// with XScreenSaver's "-root" or "-window-id ID" after it. It plays the show CurrentSaver
+// names, as the screen saver, in the window given (0: full screen).
+struct SaverModuleRun {
+    bool isRun = false;
+    quintptr windowId = 0;
+};
+SaverModuleRun ParseSaverModuleRun(const QString& commandLine, const QString& saverWindowVariable);
+
 // The window titles whose presence means another instance owns the screen.
 QString ScreenSaverWindowTitle();
 QString ScreenSaverSettingsWindowTitle();

@@ -16,6 +16,7 @@
 #include "imaging/ImageSaving.h"
 #include "imaging/ImageTypes.h"
 #include "imaging/PictureLoader.h"
+#include "packaging/SaverCommands.h"
 #include "platform/AppPaths.h"
 #include "platform/DisplaySettings.h"
 #include "platform/HelpFile.h"
@@ -104,6 +105,7 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     ConnectPlaybackCommands(this);
     ConnectEditorCommands(this);
     ConnectFileCommands(this);
+    ConnectSaverCommands(this);
 
     m_statusText = new QLabel(this);
     m_statusText->setObjectName(QStringLiteral("lblStatus"));

@@ -161,3 +161,24 @@ TEST_F(CommandLineTest, FloppyShowsAreCheckedAsWritten)
     EXPECT_EQ(InvalidFileNameMessage(QStringLiteral("b:\\.kav")),
               "b:\\.kav is not a valid filename...");
 }
+
+TEST_F(CommandLineTest, SaverModuleRunTakesXScreenSaversWindow)
+{
+    EXPECT_FALSE(ParseSaverModuleRun(QStringLiteral("C"), {}).isRun);
+    EXPECT_FALSE(ParseSaverModuleRun(QStringLiteral("/Shows/a.kav"), {}).isRun);
+    EXPECT_FALSE(ParseSaverModuleRun(QStringLiteral("SCRNSAVE /x/a.kav"), {}).isRun);
+
+    SaverModuleRun run = ParseSaverModuleRun(QStringLiteral("/S"), {});
+    EXPECT_TRUE(run.isRun);
+    EXPECT_EQ(run.windowId, 0u);
+    run = ParseSaverModuleRun(QStringLiteral("/s -window-id 0x1a00003"), {});
+    EXPECT_TRUE(run.isRun);
+    EXPECT_EQ(run.windowId, 0x1a00003u);
+    run = ParseSaverModuleRun(QStringLiteral("/S --window-id 27262979"), {});
+    EXPECT_EQ(run.windowId, 27262979u);
+    // XScreenSaver's variable names the window when the command line does not.
+    run = ParseSaverModuleRun(QStringLiteral("/S -root"), QStringLiteral("0x600007"));
+    EXPECT_EQ(run.windowId, 0x600007u);
+    run = ParseSaverModuleRun(QStringLiteral("/S"), QStringLiteral("rubbish"));
+    EXPECT_EQ(run.windowId, 0u);
+}

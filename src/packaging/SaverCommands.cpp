@@ -1,0 +1,41 @@
+#include "SaverCommands.h"
+
+#include "SaverSettings.h"
+#include "SaverSetup.h"
+#include "platform/AppPaths.h"
+#include "runtime/Prompts.h"
+#include "slideshow/SlideShow.h"
+#include "systemsaver/SystemSaver.h"
+
+#include <QAction>
+#include <QWidget>
+
+namespace kavori {
+
+void SetShowAsScreenSaver(QWidget* parent)
+{
+    const QString open = CurrentShow().path;
+    const QString folder =
+        open.isEmpty() ? PathNoCase(AppPath(), QStringLiteral("Slides")) : FolderOf(open);
+    const QString path = CurrentPrompts().openFile(QStringLiteral("Set as Screen Saver"), folder,
+                                                   QStringLiteral("Slide Shows (*.kav *.KAV)"));
+    if (path.isEmpty() || !MakeShowTheSaver(path, CurrentSystemSaver()))
+        return;
+    SaverSetup::Edit(parent);
+}
+
+void ConnectSaverCommands(QWidget* window)
+{
+    if (auto* action = window->findChild<QAction*>(QStringLiteral("mnuSSaverSettings"))) {
+        action->setEnabled(true);
+        QObject::connect(action, &QAction::triggered, window,
+                         [window] { SaverSetup::Edit(window); });
+    }
+    if (auto* action = window->findChild<QAction*>(QStringLiteral("mnuSetScreenSaver"))) {
+        action->setEnabled(true);
+        QObject::connect(action, &QAction::triggered, window,
+                         [window] { SetShowAsScreenSaver(window); });
+    }
+}
+
+} // namespace kavori
