@@ -1,5 +1,7 @@
 #include "BrowseWavFrm.h"
 
+#include "files/FolderTree.h"
+
 #include "SoundPreview.h"
 #include "imaging/ImageTypes.h"
 #include "platform/AppPaths.h"
@@ -65,23 +67,9 @@ BrowseWavFrm::BrowseWavFrm(QWidget* parent, const QString& folder) : QDialog(par
     setObjectName(QStringLiteral("BrowseWavFrm"));
     setWindowTitle(Title());
 
-    m_dirModel = new QFileSystemModel(this);
-    m_dirModel->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot);
-    m_dirModel->setRootPath(QDir::rootPath());
-    m_dirs = new QTreeView(this);
-    m_dirs->setObjectName(QStringLiteral("Dir1"));
-    m_dirs->setModel(m_dirModel);
-    m_dirs->setHeaderHidden(true);
-    for (int column = 1; column < m_dirModel->columnCount(); ++column)
-        m_dirs->hideColumn(column);
-    connect(m_dirs, &QTreeView::clicked, this,
-            [this](const QModelIndex& index) { setFolder(m_dirModel->filePath(index)); });
-    // The model reads folders on its own thread: the tree opens down to the folder as each
-    // level arrives.
-    connect(m_dirModel, &QFileSystemModel::directoryLoaded, this, [this](const QString& loaded) {
-        if (m_folder.startsWith(loaded))
-            showFolderInTree();
-    });
+    m_dirs = new FolderTree(QStringLiteral("Dir1"), this);
+    connect(m_dirs, &FolderTree::folderClicked, this,
+            [this](const QString& folder) { setFolder(folder); });
 
     m_folderLabel = new QLabel(this);
     m_folderLabel->setObjectName(QStringLiteral("lblFolder"));
@@ -153,17 +141,8 @@ void BrowseWavFrm::setFolder(const QString& folder)
     m_preview->stop();
     m_folder = QDir(folder).absolutePath();
     m_folderLabel->setText(QDir::toNativeSeparators(m_folder));
-    showFolderInTree();
+    m_dirs->showFolder(m_folder);
     refreshFiles();
-}
-
-void BrowseWavFrm::showFolderInTree()
-{
-    const QModelIndex dir = m_dirModel->index(m_folder);
-    for (QModelIndex up = dir.parent(); up.isValid(); up = up.parent())
-        m_dirs->expand(up);
-    m_dirs->setCurrentIndex(dir);
-    m_dirs->scrollTo(dir);
 }
 
 QString BrowseWavFrm::folder() const

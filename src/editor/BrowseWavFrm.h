@@ -3,14 +3,13 @@
 #include <QDialog>
 #include <QStringList>
 
-class QFileSystemModel;
 class QLabel;
 class QListWidget;
 class QPushButton;
-class QTreeView;
 
 namespace kavori {
 
+class FolderTree;
 class SoundPreview;
 
 // The sound file browser: a folder tree (Dir1) and the sound files of the chosen folder (File1),
@@ -53,12 +52,10 @@ Q_SIGNALS:
 
 private:
     void refreshFiles();
-    void showFolderInTree();
     // Tells the refusal when no file is chosen; the chosen file otherwise.
     QString chosenOrRefuse(const QString& title);
 
-    QTreeView* m_dirs = nullptr;
-    QFileSystemModel* m_dirModel = nullptr;
+    FolderTree* m_dirs = nullptr;
     QLabel* m_folderLabel = nullptr;
     QListWidget* m_files = nullptr;
     QPushButton* m_play = nullptr;

@@ -5,6 +5,7 @@
 #include "SlideListModel.h"
 #include "SlideRangeFrm.h"
 #include "files/FolderPane.h"
+#include "files/FolderTree.h"
 #include "files/frmCopyImages.h"
 #include "frmAdvDescription.h"
 #include "frmDescription.h"
@@ -136,21 +137,9 @@ SlideLoadFrm::~SlideLoadFrm() = default;
 
 void SlideLoadFrm::buildSource()
 {
-    m_dirModel = new QFileSystemModel(this);
-    m_dirModel->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot);
-    m_dirModel->setRootPath(QDir::rootPath());
-    m_dirs = new QTreeView(this);
-    m_dirs->setObjectName(QStringLiteral("Dir1"));
-    m_dirs->setModel(m_dirModel);
-    m_dirs->setHeaderHidden(true);
-    for (int column = 1; column < m_dirModel->columnCount(); ++column)
-        m_dirs->hideColumn(column);
-    connect(m_dirModel, &QFileSystemModel::directoryLoaded, this, [this](const QString& loaded) {
-        if (m_dirWanted.startsWith(loaded))
-            showFolderInTree();
-    });
-    connect(m_dirs, &QTreeView::clicked, this,
-            [this](const QModelIndex& index) { setSourceFolder(m_dirModel->filePath(index)); });
+    m_dirs = new FolderTree(QStringLiteral("Dir1"), this);
+    connect(m_dirs, &FolderTree::folderClicked, this,
+            [this](const QString& folder) { setSourceFolder(folder); });
 
     m_folder = new QComboBox(this);
     m_folder->setObjectName(QStringLiteral("Drive1"));
@@ -457,20 +446,8 @@ void SlideLoadFrm::setSourceFolder(const QString& folder)
     const QString path = QDir(folder).absolutePath();
     m_fileModel->setRootPath(path);
     m_files->setRootIndex(m_fileModel->index(path));
-    m_dirWanted = path;
-    showFolderInTree();
+    m_dirs->showFolder(path);
     m_folder->setEditText(QDir::toNativeSeparators(path));
-}
-
-void SlideLoadFrm::showFolderInTree()
-{
-    // The tree opens down to the folder, so the user sees where the pictures come from; the
-    // model reads folders as they are opened, so this goes on as each one arrives.
-    const QModelIndex dir = m_dirModel->index(m_dirWanted);
-    for (QModelIndex up = dir.parent(); up.isValid(); up = up.parent())
-        m_dirs->expand(up);
-    m_dirs->setCurrentIndex(dir);
-    m_dirs->scrollTo(dir);
 }
 
 QString SlideLoadFrm::sourceFolder() const

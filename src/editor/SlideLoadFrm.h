@@ -17,6 +17,7 @@ class QTreeView;
 
 namespace kavori {
 
+class FolderTree;
 class SlideListModel;
 
 // The slide show editor: a source pane (folder tree Dir1, the folder combo Drive1 and the file
@@ -103,7 +104,6 @@ private:
     // The line a per-slide dialog opens on, or -1 (said why) when the list is empty.
     int editLine();
     void buildDescriptionMenu(QMenuBar* bar);
-    void showFolderInTree();
     void apply(const ListResult& result);
     void afterEdit();
     bool saveTo(const QString& path);
@@ -112,15 +112,13 @@ private:
     // An empty list is not saved: says so and answers true.
     bool refusedEmpty();
 
-    QTreeView* m_dirs = nullptr;   // Dir1
+    FolderTree* m_dirs = nullptr;  // Dir1
     QComboBox* m_folder = nullptr; // Drive1
     QListView* m_files = nullptr;  // File1
-    QFileSystemModel* m_dirModel = nullptr;
     QFileSystemModel* m_fileModel = nullptr;
     QListView* m_list = nullptr; // the View List
     SlideListModel* m_model = nullptr;
     QLabel* m_count = nullptr;
-    QString m_dirWanted; // the folder the tree is to open to
 };
 
 // Opens the editor on the show in memory (or the given show file) and keeps it until closed.

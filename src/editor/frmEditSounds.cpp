@@ -1,5 +1,7 @@
 #include "frmEditSounds.h"
 
+#include "files/FolderTree.h"
+
 #include "BrowseWavFrm.h"
 #include "SlideRangeFrm.h"
 #include "SoundPreview.h"
@@ -198,21 +200,9 @@ void frmEditSounds::buildSounds(QWidget* pane)
 
 void frmEditSounds::buildSource(QWidget* pane)
 {
-    m_dirModel = new QFileSystemModel(this);
-    m_dirModel->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot);
-    m_dirModel->setRootPath(QDir::rootPath());
-    m_dirs = new QTreeView(pane);
-    m_dirs->setObjectName(QStringLiteral("Dir1"));
-    m_dirs->setModel(m_dirModel);
-    m_dirs->setHeaderHidden(true);
-    for (int column = 1; column < m_dirModel->columnCount(); ++column)
-        m_dirs->hideColumn(column);
-    connect(m_dirs, &QTreeView::clicked, this,
-            [this](const QModelIndex& index) { setSourceFolder(m_dirModel->filePath(index)); });
-    connect(m_dirModel, &QFileSystemModel::directoryLoaded, this, [this](const QString& loaded) {
-        if (m_folder.startsWith(loaded))
-            showFolderInTree();
-    });
+    m_dirs = new FolderTree(QStringLiteral("Dir1"), pane);
+    connect(m_dirs, &FolderTree::folderClicked, this,
+            [this](const QString& folder) { setSourceFolder(folder); });
     m_files = new QListWidget(pane);
     m_files->setObjectName(QStringLiteral("File1"));
     m_files->setSelectionMode(QAbstractItemView::ExtendedSelection);
@@ -353,16 +343,7 @@ void frmEditSounds::setSourceFolder(const QString& folder)
         auto* item = new QListWidgetItem(FileNameOf(file), m_files);
         item->setData(Qt::UserRole, file);
     }
-    showFolderInTree();
-}
-
-void frmEditSounds::showFolderInTree()
-{
-    const QModelIndex dir = m_dirModel->index(m_folder);
-    for (QModelIndex up = dir.parent(); up.isValid(); up = up.parent())
-        m_dirs->expand(up);
-    m_dirs->setCurrentIndex(dir);
-    m_dirs->scrollTo(dir);
+    m_dirs->showFolder(m_folder);
 }
 
 QStringList frmEditSounds::sourceFiles() const

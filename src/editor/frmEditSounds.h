@@ -12,10 +12,10 @@ class QLineEdit;
 class QListWidget;
 class QPushButton;
 class QRadioButton;
-class QTreeView;
 
 namespace kavori {
 
+class FolderTree;
 class SoundPreview;
 
 // The sound dialog of the slide show editor: each slide's sound, one slide at a time with
@@ -78,7 +78,6 @@ private:
     void buildSounds(QWidget* pane);
     void buildSource(QWidget* pane);
     void buildPlayList(QWidget* pane);
-    void showFolderInTree();
     void refreshSounds();
     void refreshPlayList(const QVector<int>& selection = {});
     void applyPlayList(const ListResult& result);
@@ -97,8 +96,7 @@ private:
     QPushButton* m_previous = nullptr;
     QPushButton* m_next = nullptr;
     SoundPreview* m_preview = nullptr;
-    QTreeView* m_dirs = nullptr;
-    QFileSystemModel* m_dirModel = nullptr;
+    FolderTree* m_dirs = nullptr;
     QListWidget* m_files = nullptr;
     QString m_folder;
     QListWidget* m_playList = nullptr; // ListPlay

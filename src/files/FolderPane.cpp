@@ -1,5 +1,7 @@
 #include "FolderPane.h"
 
+#include "FolderTree.h"
+
 #include "fileutil/MediaPatterns.h"
 #include "platform/AppPaths.h"
 
@@ -48,22 +50,10 @@ FolderPane::FolderPane(const QString& treeName, const QString& listName,
             setFolder(m_path->text());
     });
 
-    m_model = new QFileSystemModel(this);
-    m_model->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot);
-    m_model->setRootPath(QDir::rootPath());
-    m_tree = new QTreeView(this);
-    m_tree->setObjectName(treeName);
-    m_tree->setModel(m_model);
-    m_tree->setHeaderHidden(true);
-    for (int column = 1; column < m_model->columnCount(); ++column)
-        m_tree->hideColumn(column);
+    m_tree = new FolderTree(treeName, this);
     m_tree->installEventFilter(this);
-    connect(m_model, &QFileSystemModel::directoryLoaded, this, [this](const QString& loaded) {
-        if (m_folder.startsWith(AddSlash(loaded)))
-            showFolderInTree();
-    });
-    connect(m_tree, &QTreeView::clicked, this,
-            [this](const QModelIndex& index) { setFolder(m_model->filePath(index)); });
+    connect(m_tree, &FolderTree::folderClicked, this,
+            [this](const QString& folder) { setFolder(folder); });
 
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -83,7 +73,7 @@ void FolderPane::setFolder(const QString& folder)
 {
     m_folder = AddSlash(QDir(folder).absolutePath());
     m_path->setText(QDir::toNativeSeparators(m_folder));
-    showFolderInTree();
+    m_tree->showFolder(m_folder);
     refresh();
     Q_EMIT folderChanged(m_folder);
 }
@@ -104,15 +94,6 @@ void FolderPane::refresh()
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     std::sort(names.begin(), names.end(), collator);
     m_list->addItems(names);
-}
-
-void FolderPane::showFolderInTree()
-{
-    const QModelIndex dir = m_model->index(m_folder);
-    for (QModelIndex up = dir.parent(); up.isValid(); up = up.parent())
-        m_tree->expand(up);
-    m_tree->setCurrentIndex(dir);
-    m_tree->scrollTo(dir);
 }
 
 QStringList FolderPane::files() const

@@ -1,12 +1,12 @@
 #pragma once
 
+#include "FolderTree.h"
+
 #include <QStringList>
 #include <QWidget>
 
-class QFileSystemModel;
 class QLineEdit;
 class QListWidget;
-class QTreeView;
 
 namespace kavori {
 
@@ -43,10 +43,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void showFolderInTree();
-
-    QFileSystemModel* m_model = nullptr;
-    QTreeView* m_tree = nullptr;
+    FolderTree* m_tree = nullptr;
     QLineEdit* m_path = nullptr;
     QListWidget* m_list = nullptr;
     QStringList m_patterns;
