@@ -10,6 +10,7 @@
 #include "frmFavorites.h"
 #include "frmQuickFolders.h"
 #include "platform/AppPaths.h"
+#include "runtime/Commands.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Prompts.h"
 #include "settings/Settings.h"
@@ -151,11 +152,7 @@ void addQuickMenus(MainViewFrm* window)
 void ConnectFileCommands(MainViewFrm* window)
 {
     auto handle = [window](const char* name, auto&& slot) {
-        auto* action = window->findChild<QAction*>(QString::fromLatin1(name));
-        if (!action)
-            return;
-        action->setEnabled(true);
-        QObject::connect(action, &QAction::triggered, window, slot);
+        EnableCommand(window, name, std::forward<decltype(slot)>(slot));
     };
     handle("mnuFileCopyImages", [window] {
         frmCopyImages dialog(currentFile(window), window);

@@ -1,5 +1,7 @@
 #include "SaverCommands.h"
 
+#include "runtime/Commands.h"
+
 #include "SaverSettings.h"
 #include "SaverSetup.h"
 #include "platform/AppPaths.h"
@@ -26,16 +28,8 @@ void SetShowAsScreenSaver(QWidget* parent)
 
 void ConnectSaverCommands(QWidget* window)
 {
-    if (auto* action = window->findChild<QAction*>(QStringLiteral("mnuSSaverSettings"))) {
-        action->setEnabled(true);
-        QObject::connect(action, &QAction::triggered, window,
-                         [window] { SaverSetup::Edit(window); });
-    }
-    if (auto* action = window->findChild<QAction*>(QStringLiteral("mnuSetScreenSaver"))) {
-        action->setEnabled(true);
-        QObject::connect(action, &QAction::triggered, window,
-                         [window] { SetShowAsScreenSaver(window); });
-    }
+    EnableCommand(window, "mnuSSaverSettings", [window] { SaverSetup::Edit(window); });
+    EnableCommand(window, "mnuSetScreenSaver", [window] { SetShowAsScreenSaver(window); });
 }
 
 } // namespace kavori

@@ -2,6 +2,7 @@
 
 #include "FullViewFrm.h"
 #include "platform/AppPaths.h"
+#include "runtime/Commands.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Prompts.h"
 #include "settings/Settings.h"
@@ -60,11 +61,7 @@ void PlaySlideShowFile(const QString& path, QWidget* parent)
 void ConnectPlaybackCommands(QWidget* window)
 {
     auto handle = [window](const char* name, auto&& slot) {
-        auto* action = window->findChild<QAction*>(QString::fromLatin1(name));
-        if (!action)
-            return;
-        action->setEnabled(true);
-        QObject::connect(action, &QAction::triggered, window, slot);
+        EnableCommand(window, name, std::forward<decltype(slot)>(slot));
     };
     handle("mnuOpenSlideShow", [window] {
         const Settings& s = CurrentSettings();
