@@ -8,7 +8,8 @@ namespace kavori {
 
 void AddRecentShow(const QString& path)
 {
-    if (path.size() < 8 || !IsFullPath(path))
+    // A user who keeps no recent lists gets none, for shows as for pictures.
+    if (!CurrentSettings().KeepRecent || path.size() < 8 || !IsFullPath(path))
         return;
     auto& list = CurrentSettings().RecentShow;
     for (const QString& entry : list) {
