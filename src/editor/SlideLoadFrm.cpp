@@ -664,7 +664,15 @@ bool SlideLoadFrm::saveAs()
         CurrentPrompts().saveFile(QStringLiteral("Save Slide Show As"), start, showFilter());
     if (path.isEmpty())
         return false; // cancelled
-    const QString refusal = FileNameRefusal(FileNameOf(path));
+    // A folder, or an extension alone, names no file.
+    const QString name = FileNameOf(path);
+    if (name.isEmpty() || name.compare(QLatin1String(".KAV"), Qt::CaseInsensitive) == 0) {
+        MsgBox(QStringLiteral("You forgot to enter a filename.") + NewLine2() +
+                   QStringLiteral("Enter a name and then try again..."),
+               vbExclamation, Title());
+        return false;
+    }
+    const QString refusal = FileNameRefusal(name);
     if (!refusal.isEmpty()) {
         MsgBox(refusal, vbExclamation, Title());
         return false;

@@ -348,3 +348,17 @@ TEST_F(SlideDialogsTest, CopyImagesOpensOnTheSourceFolderWithTheChosenPictures)
     editor.findChild<QAction*>(QStringLiteral("mnuCopyImages"))->trigger();
     EXPECT_EQ(offered, QStringList({second}));
 }
+
+TEST_F(SlideDialogsTest, SaveAsWithoutAFileNameIsRefused)
+{
+    SlideLoadFrm editor;
+    const QStringList choices = {root() + QStringLiteral("show/"), root() + QStringLiteral(".kav")};
+    for (const QString& chosen : choices) {
+        prompts().clear();
+        prompts().files = {chosen};
+        EXPECT_FALSE(editor.saveAs());
+        EXPECT_EQ(prompts().texts(),
+                  QStringList({"You forgot to enter a filename.\r\n\r\nEnter a name and then try "
+                               "again..."}));
+    }
+}
