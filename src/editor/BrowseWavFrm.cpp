@@ -1,8 +1,9 @@
 #include "BrowseWavFrm.h"
 
-#include "files/FolderTree.h"
-
+#include "SlideLoadFrm.h"
 #include "SoundPreview.h"
+#include "files/FolderTree.h"
+#include "fileutil/FileDelete.h"
 #include "imaging/ImageTypes.h"
 #include "platform/AppPaths.h"
 #include "playback/media/WaveChannel.h"
@@ -249,27 +250,15 @@ void BrowseWavFrm::renameFile()
     const QString old = chosenOrRefuse(title);
     if (old.isEmpty())
         return;
-    const QString name =
-        InputBox(QStringLiteral("Enter a new name for the file:"), title, FileNameOf(old));
-    if (name.trimmed().isEmpty())
-        return;
-    const RenameCheck check = CheckFileRename(old, name);
-    if (!check.refusal.isEmpty()) {
-        MsgBox(check.refusal, vbExclamation, title);
-        return;
-    }
     m_preview->stop();
-    if (!QFile::rename(old, check.newPath)) {
-        MsgBox(QStringLiteral("Unable to rename the file:") + NewLine2() + old + NewLine2() +
-                   QStringLiteral("..."),
-               vbCritical, title);
+    const QString renamed = AskAndRenameFile(old, title);
+    if (renamed.isEmpty())
         return;
-    }
     refreshFiles();
-    selectFile(check.newPath);
+    selectFile(renamed);
     const int followed = followInShow(
-        [&](ShowSounds& sounds) { return RenameSoundReferences(sounds, old, check.newPath); });
-    Q_EMIT soundRenamed(old, check.newPath);
+        [&](ShowSounds& sounds) { return RenameSoundReferences(sounds, old, renamed); });
+    Q_EMIT soundRenamed(old, renamed);
     if (followed > 0)
         MsgBox(RenamedSoundNote(), vbInformation, title);
 }
@@ -280,14 +269,13 @@ void BrowseWavFrm::deleteFile()
     const QString file = chosenOrRefuse(title);
     if (file.isEmpty())
         return;
-    if (MsgBox(QStringLiteral("You are about to delete the file:") + NewLine2() + file +
-                   NewLine2() + QStringLiteral("Are you sure?"),
-               vbYesNo + vbQuestion, title) != vbYes)
+    // The program's own question and delete routine, so the trash setting, the description
+    // entry and the favourites are handled as everywhere else.
+    if (MsgBox(DeleteFileQuestion(file, CurrentSettings().UseRecycleBin),
+               vbYesNo + vbQuestion + vbDefaultButton2, title) != vbYes)
         return;
     m_preview->stop();
-    const bool removed =
-        CurrentSettings().UseRecycleBin ? QFile::moveToTrash(file) : QFile::remove(file);
-    if (!removed || QFileInfo::exists(file)) {
+    if (!DeleteOneFile(file, false)) {
         MsgBox(QStringLiteral("Unable to delete:") + NewLine2() + file, vbCritical, title);
         return;
     }

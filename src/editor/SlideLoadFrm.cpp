@@ -838,27 +838,35 @@ void SlideLoadFrm::renameFile()
         return;
     }
     const QString old = chosen.first();
-    const QString name =
-        InputBox(QStringLiteral("Enter a new name for the file:"), title, FileNameOf(old));
-    if (name.trimmed().isEmpty())
+    const QString renamed = AskAndRenameFile(old, title);
+    if (renamed.isEmpty())
         return;
-    const RenameCheck check = CheckFileRename(old, name);
-    if (!check.refusal.isEmpty()) {
-        MsgBox(check.refusal, vbExclamation, title);
-        return;
-    }
-    if (!QFile::rename(old, check.newPath)) {
-        MsgBox(QStringLiteral("Unable to rename the file:") + NewLine2() + old + NewLine2() +
-                   QStringLiteral("..."),
-               vbCritical, title);
-        return;
-    }
-    if (RenameSlideFiles(CurrentShow(), old, check.newPath) > 0) {
+    if (RenameSlideFiles(CurrentShow(), old, renamed) > 0) {
         refreshList();
         MsgBox(QStringLiteral("The old filename was in the current slide show, the entry for "
                               "this slide was updated as a result..."),
                vbInformation, title);
     }
+}
+
+QString AskAndRenameFile(const QString& old, const QString& title)
+{
+    const QString name =
+        InputBox(QStringLiteral("Enter a new name for the file:"), title, FileNameOf(old));
+    if (name.trimmed().isEmpty())
+        return QString();
+    const RenameCheck check = CheckFileRename(old, name);
+    if (!check.refusal.isEmpty()) {
+        MsgBox(check.refusal, vbExclamation, title);
+        return QString();
+    }
+    if (!QFile::rename(old, check.newPath)) {
+        MsgBox(QStringLiteral("Unable to rename the file:") + NewLine2() + old + NewLine2() +
+                   QStringLiteral("..."),
+               vbCritical, title);
+        return QString();
+    }
+    return check.newPath;
 }
 
 void SlideLoadFrm::newFolder()

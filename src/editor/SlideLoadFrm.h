@@ -121,6 +121,10 @@ private:
     QLabel* m_count = nullptr;
 };
 
+// Asks for a new name for a file of the source folder and renames it, refusing names no file
+// may have; the new path, or empty when nothing was renamed (said why).
+QString AskAndRenameFile(const QString& old, const QString& title);
+
 // Opens the editor on the show in memory (or the given show file) and keeps it until closed.
 void OpenSlideShowEditor(QWidget* parent, const QString& showFile = QString());
 
