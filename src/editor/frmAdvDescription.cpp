@@ -280,6 +280,11 @@ void frmAdvDescription::searchDone()
 
 void frmAdvDescription::describeIn(const QString& folder)
 {
+    const QString refusal = AddDescriptionRefusal(folder);
+    if (!refusal.isEmpty()) {
+        MsgBox(refusal, vbExclamation, title());
+        return;
+    }
     const QStringList free = FilesWithoutDescriptions(folder);
     const QString name = frmAddDesc::Choose(free, this);
     if (name.isEmpty())
@@ -303,14 +308,8 @@ void frmAdvDescription::createFile()
     const QString folder =
         CurrentPrompts().chooseFolder(QStringLiteral("Create Description File"),
                                       QDir::fromNativeSeparators(m_drive->currentText()));
-    if (folder.isEmpty())
-        return;
-    const QString refusal = AddDescriptionRefusal(folder);
-    if (!refusal.isEmpty()) {
-        MsgBox(refusal, vbExclamation, title());
-        return;
-    }
-    describeIn(folder);
+    if (!folder.isEmpty())
+        describeIn(folder);
 }
 
 void frmAdvDescription::addDescription()
@@ -320,13 +319,7 @@ void frmAdvDescription::addDescription()
         createFile();
         return;
     }
-    const QString folder = FolderOf(file);
-    const QString refusal = AddDescriptionRefusal(folder);
-    if (!refusal.isEmpty()) {
-        MsgBox(refusal, vbExclamation, title());
-        return;
-    }
-    describeIn(folder);
+    describeIn(FolderOf(file));
 }
 
 void frmAdvDescription::editDescription()

@@ -61,7 +61,7 @@ private:
     void showFiles(const QStringList& files);
     void showEntries();
     QString currentFile() const;
-    // Adds a description to a folder's file through the pick and edit dialogs.
+    // Adds a description to a folder's file through the pick and edit dialogs, or says why not.
     void describeIn(const QString& folder);
     void searchDone();
     bool refuseWhileSearching();
