@@ -6,6 +6,7 @@
 #include "fileutil/FileDelete.h"
 #include "imaging/ImageTypes.h"
 #include "platform/AppPaths.h"
+#include "platform/SafeFiles.h"
 #include "playback/media/WaveChannel.h"
 #include "runtime/Format.h"
 #include "runtime/MsgBox.h"
@@ -318,10 +319,9 @@ void BrowseWavFrm::copyFile(bool move)
                        QStringLiteral("Replace this file with the one in the source folder?"),
                    vbYesNo + vbQuestion, title) != vbYes)
             return;
-        QFile::remove(destination);
     }
     m_preview->stop();
-    const bool done = QFile::copy(file, destination) && (!move || QFile::remove(file));
+    const bool done = move ? MoveFileOver(file, destination) : CopyFileOver(file, destination);
     if (!done) {
         MsgBox((move ? QStringLiteral("Unable to move the file:")
                      : QStringLiteral("Unable to copy the file:")) +

@@ -3,6 +3,7 @@
 #include "FileDelete.h"
 #include "FileFollowers.h"
 #include "platform/AppPaths.h"
+#include "platform/SafeFiles.h"
 #include "platform/Volumes.h"
 #include "runtime/Format.h"
 #include "runtime/MsgBox.h"
@@ -28,20 +29,11 @@ QString shownFolder(const QString& folder)
     return QDir::toNativeSeparators(AddSlash(folder));
 }
 
-// Copies or moves one file over an existing target (already agreed to).
+// Copies or moves one file over an existing target (already agreed to). The old target stays
+// whole until the new one is, so a failed copy never costs the user the file they had.
 bool transfer(const QString& source, const QString& target, bool move)
 {
-    if (QFileInfo::exists(target) && !QFile::remove(target))
-        return false;
-    if (move && QFile::rename(source, target))
-        return true;
-    if (!QFile::copy(source, target))
-        return false;
-    if (move && !QFile::remove(source)) {
-        QFile::remove(target);
-        return false;
-    }
-    return true;
+    return move ? MoveFileOver(source, target) : CopyFileOver(source, target);
 }
 
 } // namespace

@@ -1,10 +1,10 @@
 #include "IniStore.h"
 
+#include "platform/SafeFiles.h"
 #include "runtime/ListInput.h"
 #include "runtime/TextCodec.h"
 
 #include <QFile>
-#include <QSaveFile>
 
 namespace kavori {
 
@@ -110,12 +110,8 @@ bool SaveIniFile(const QString& path)
         bytes += "\r\n";
     }
     ClearIni();
-    QSaveFile file(path);
-    file.setDirectWriteFallback(true); // a writable file in a read-only folder still saves
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    file.write(bytes);
-    return file.commit();
+    // A writable file in a read-only folder still saves.
+    return WriteFileWhole(path, bytes, true);
 }
 
 namespace {
@@ -197,11 +193,7 @@ bool WriteProfileString(const QString& path, const QString& section, const QStri
     QByteArray bytes;
     for (const QByteArray& line : lines)
         bytes += line + eol;
-    QSaveFile out(path);
-    if (!out.open(QIODevice::WriteOnly))
-        return false;
-    out.write(bytes);
-    return out.commit();
+    return WriteFileWhole(path, bytes, false);
 }
 
 } // namespace kavori

@@ -1,6 +1,7 @@
 #include "DescriptionFile.h"
 
 #include "platform/AppPaths.h"
+#include "platform/SafeFiles.h"
 #include "runtime/Format.h"
 #include "runtime/ListInput.h"
 #include "runtime/MsgBox.h"
@@ -10,7 +11,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QSaveFile>
 #include <QSet>
 
 #include <algorithm>
@@ -78,12 +78,7 @@ bool writeEntries(const QString& folder, const QList<Pair>& entries)
     QByteArray bytes = EncodeText(kHeader) + "\r\n" + EncodeText(kDashes) + "\r\n";
     for (const Pair& p : entries)
         bytes += EncodeText(p.name) + "\r\n" + EncodeText(p.text) + "\r\n";
-    QSaveFile file(DescriptionFilePath(folder));
-    file.setDirectWriteFallback(true);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    file.write(bytes);
-    return file.commit();
+    return WriteFileWhole(DescriptionFilePath(folder), bytes, true);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "SlideShow.h"
 #include "platform/AppPaths.h"
 #include "platform/Display.h"
+#include "platform/SafeFiles.h"
 #include "platform/StartupState.h"
 #include "runtime/Format.h"
 #include "runtime/ListInput.h"
@@ -16,7 +17,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QSet>
 
 #include <memory>
@@ -488,12 +488,7 @@ bool WriteSlideShow(const QString& path)
         for (const QString& entry : show.PlayList)
             bytes += quoted(entry);
     }
-    QSaveFile file(path);
-    file.setDirectWriteFallback(true);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    file.write(bytes);
-    return file.commit();
+    return WriteFileWhole(path, bytes, true);
 }
 
 bool IsCurrentSlideShow(const QString& path)
@@ -571,8 +566,7 @@ private:
         m_progress.setCaption(QStringLiteral("Kavori is copying the file:") + NewLine() +
                               FileNameOf(source));
         m_progress.setValue(++m_step);
-        QFile::remove(target);
-        if (QFile::copy(source, target))
+        if (CopyFileOver(source, target))
             m_copiedAny = true;
     }
 

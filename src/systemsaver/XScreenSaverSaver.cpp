@@ -2,11 +2,11 @@
 
 #include "XScreenSaverFile.h"
 #include "platform/AppPaths.h"
+#include "platform/SafeFiles.h"
 
 #include <QDir>
 #include <QFile>
 #include <QProcess>
-#include <QSaveFile>
 #include <QTimer>
 
 namespace kavori {
@@ -83,11 +83,7 @@ QString XScreenSaverSaver::MakeCurrent()
     file->setValue(QStringLiteral("selected"), QString::number(index));
 
     // Written beside it and renamed into place: the user's file is never left half written.
-    QSaveFile out(m_config);
-    if (out.open(QIODevice::WriteOnly)) {
-        out.write(file->text());
-        out.commit();
-    }
+    WriteFileWhole(m_config, file->text(), false);
     return {};
 }
 

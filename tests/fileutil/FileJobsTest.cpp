@@ -5,6 +5,7 @@
 #include "settings/Settings.h"
 #include "slideshow/DescriptionFile.h"
 #include "slideshow/SlideShow.h"
+#include "support/FakeProgress.h"
 #include "support/ShowTest.h"
 
 #include <QDir>
@@ -14,16 +15,7 @@ using namespace kavori;
 
 namespace {
 
-class FakeProgress final : public Progress {
-public:
-    int cancelAfter = -1;
-    int checks = 0;
-    QStringList captions;
-    void setCaption(const QString& text) override { captions << text; }
-    void setMaximum(int) override {}
-    void setValue(int) override {}
-    bool cancelled() override { return cancelAfter >= 0 && checks++ >= cancelAfter; }
-};
+using kavori::test::FakeProgress;
 
 } // namespace
 

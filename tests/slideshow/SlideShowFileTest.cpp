@@ -6,6 +6,7 @@
 #include "runtime/WaitDialog.h"
 #include "settings/Settings.h"
 #include "slideshow/SlideShow.h"
+#include "support/FakeProgress.h"
 #include "support/KavoriTest.h"
 
 #include <QFileInfo>
@@ -17,18 +18,7 @@ using namespace kavori;
 
 namespace {
 
-// Stands for the wait dialog: records what it shows, cancels when told to.
-class FakeProgress final : public Progress {
-public:
-    int cancelAfter = -1; // cancel at this many checks
-    int checks = 0;
-    QStringList captions;
-    int maximum = 0;
-    void setCaption(const QString& text) override { captions << text; }
-    void setMaximum(int m) override { maximum = m; }
-    void setValue(int) override {}
-    bool cancelled() override { return cancelAfter >= 0 && ++checks > cancelAfter; }
-};
+using kavori::test::FakeProgress;
 
 QByteArray lines(const QStringList& l)
 {
