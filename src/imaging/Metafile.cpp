@@ -111,6 +111,14 @@ QByteArray WmfToSvg(const QByteArray& wmf)
         return {};
     }
     QByteArray copy = wmf; // the library reads through a non-const pointer
+    // The converter allocates its record buffer from the header's largest-record field before
+    // reading a record, so a damaged field could take gigabytes: no record is larger than the
+    // file that holds it.
+    uchar* header = reinterpret_cast<uchar*>(copy.data()) +
+                    (qFromLittleEndian<quint32>(copy.constData()) == 0x9AC6CDD7u ? 22 : 0);
+    const quint32 largestRecordWords = quint32(copy.size() / 2);
+    if (qFromLittleEndian<quint32>(header + 12) > largestRecordWords)
+        qToLittleEndian<quint32>(largestRecordWords, header + 12);
     QByteArray svg;
     wmfD_Rect box;
     if (wmf_mem_open(api, reinterpret_cast<unsigned char*>(copy.data()), long(copy.size())) ==
