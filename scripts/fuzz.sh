@@ -3,7 +3,7 @@
 # seeds them and runs each for SECONDS: scripts/fuzz.sh SECONDS [TARGET...]
 # The corpus grows in build-fuzz/corpus/TARGET between runs; a crashing, leaking or hanging
 # input lands in build-fuzz/findings/TARGET/ and the run says which. A summary of executions
-# and time per target goes to build-fuzz/summary.txt.
+# and time per target is added to build-fuzz/summary.txt.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 seconds="${1:?usage: scripts/fuzz.sh SECONDS [TARGET...]}"
@@ -23,11 +23,11 @@ cmake --build "$out" -j"$(nproc)" --target kavori-fuzz-seeds $(printf 'fuzz_%s '
 export QT_QPA_PLATFORM=offscreen
 export ASAN_OPTIONS="${ASAN_OPTIONS:-allocator_may_return_null=1:detect_leaks=1}"
 export UBSAN_OPTIONS="${UBSAN_OPTIONS:-print_stacktrace=1:halt_on_error=1}"
-seeds="$out/seeds"
-rm -rf "$seeds"
+# Seeds per run, so two runs of different targets can go side by side.
+seeds="$out/seeds-$$"
+trap 'rm -rf "$seeds"' EXIT
 "$out/fuzz/kavori-fuzz-seeds" "$PWD" "$seeds"
 
-: >"$out/summary.txt"
 status=0
 for t in "${targets[@]}"; do
     mkdir -p "$out/corpus/$t" "$out/findings/$t"

@@ -24,24 +24,23 @@
 
 namespace kavori {
 
-namespace {
-
-// The file of the picture in the window; empty for a picture that has none.
-QString currentFile(const MainViewFrm* window)
+QString CurrentPictureFile(const MainViewFrm* window)
 {
     const QString path = window->document().currentFile();
     return IsFullPath(path) && QFileInfo(path).isFile() ? path : QString();
 }
 
-bool needsPicture(const MainViewFrm* window, const QString& doing)
+bool NeedsPicture(const MainViewFrm* window, const QString& doing)
 {
-    if (!currentFile(window).isEmpty())
+    if (!CurrentPictureFile(window).isEmpty())
         return true;
     MsgBox(QStringLiteral("An image has not been opened yet, unable to ") + doing +
                QStringLiteral("..."),
            vbInformation);
     return false;
 }
+
+namespace {
 
 // The open-image picker, starting in a folder.
 void openFrom(MainViewFrm* window, const QString& folder)
@@ -77,7 +76,7 @@ void runQuickFolder(MainViewFrm* window, int index, QuickAction action)
         return;
     }
     const bool move = action == QuickAction::Move;
-    const QString to = SendToQuickFolder(index, currentFile(window), move);
+    const QString to = SendToQuickFolder(index, CurrentPictureFile(window), move);
     if (to.isEmpty())
         return;
     if (move)
@@ -155,38 +154,38 @@ void ConnectFileCommands(MainViewFrm* window)
         EnableCommand(window, name, std::forward<decltype(slot)>(slot));
     };
     handle("mnuFileCopyImages", [window] {
-        frmCopyImages dialog(currentFile(window), window);
+        frmCopyImages dialog(CurrentPictureFile(window), window);
         dialog.exec();
     });
     handle("mnuMoveImages", [window] {
-        frmMoveImages dialog(currentFile(window), window);
+        frmMoveImages dialog(CurrentPictureFile(window), window);
         dialog.exec();
     });
     handle("mnuMoveCurrentImg", [window] {
-        if (!needsPicture(window, QStringLiteral("move")))
+        if (!NeedsPicture(window, QStringLiteral("move")))
             return;
-        frmMoveCurrentImg dialog(currentFile(window), window);
+        frmMoveCurrentImg dialog(CurrentPictureFile(window), window);
         if (dialog.exec() == QDialog::Accepted && !dialog.movedTo().isEmpty())
             window->followCurrentFile(dialog.movedTo());
     });
     handle("mnuDeleteImages", [window] {
-        DeleteImgFrm dialog(currentFile(window), window);
+        DeleteImgFrm dialog(CurrentPictureFile(window), window);
         dialog.exec();
     });
     handle("mnuDeleteCurrentImage", [window] {
-        if (!needsPicture(window, QStringLiteral("delete")))
+        if (!NeedsPicture(window, QStringLiteral("delete")))
             return;
-        if (DeleteOneFile(currentFile(window), true))
+        if (DeleteOneFile(CurrentPictureFile(window), true))
             window->followCurrentFile(QString());
     });
     handle("mnuRenameImg", [window] {
-        RenameImgFrm dialog(currentFile(window), window);
+        RenameImgFrm dialog(CurrentPictureFile(window), window);
         dialog.exec();
     });
     handle("mnuRenameCurrentImg", [window] {
-        if (!needsPicture(window, QStringLiteral("rename")))
+        if (!NeedsPicture(window, QStringLiteral("rename")))
             return;
-        const QString renamed = RenameFile(currentFile(window));
+        const QString renamed = RenameFile(CurrentPictureFile(window));
         if (!renamed.isEmpty())
             window->followCurrentFile(renamed);
     });
@@ -202,12 +201,12 @@ void ConnectFileCommands(MainViewFrm* window)
     addQuickMenus(window);
     handle("mnuFavoriteFolder", [window] { openFrom(window, CurrentSettings().FavoriteFolder); });
     handle("mnuFavoritesAdd", [window] {
-        if (needsPicture(window, QStringLiteral("add it to your favorites")))
-            AddFavoriteFile(currentFile(window));
+        if (NeedsPicture(window, QStringLiteral("add it to your favorites")))
+            AddFavoriteFile(CurrentPictureFile(window));
     });
     handle("mnuFavoritesRemove", [window] {
-        if (needsPicture(window, QStringLiteral("remove it from your favorites")))
-            RemoveFavoriteFile(currentFile(window));
+        if (NeedsPicture(window, QStringLiteral("remove it from your favorites")))
+            RemoveFavoriteFile(CurrentPictureFile(window));
     });
     handle("mnuFavoritesClear", [] { ClearFavoriteFiles(); });
     handle("mnuFavoritesList", [window] {
@@ -252,7 +251,7 @@ void ConnectFileCommands(MainViewFrm* window)
                 QStringLiteral("Saved ") + QDir::toNativeSeparators(path), 4000);
     });
     handle("mnuDelEmptyFolder", [window] {
-        DeleteFolderFrm dialog(StartFolder(currentFile(window)), window);
+        DeleteFolderFrm dialog(StartFolder(CurrentPictureFile(window)), window);
         dialog.exec();
     });
 }

@@ -11,6 +11,7 @@
 #include "editor/EditorCommands.h"
 #include "editor/SlideLoadFrm.h"
 #include "files/FileCommands.h"
+#include "files/ZipCommands.h"
 #include "frmPreferences.h"
 #include "frmTip.h"
 #include "imaging/ImageSaving.h"
@@ -105,6 +106,7 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     ConnectPlaybackCommands(this);
     ConnectEditorCommands(this);
     ConnectFileCommands(this);
+    ConnectZipCommands(this);
     ConnectSaverCommands(this);
 
     m_statusText = new QLabel(this);
