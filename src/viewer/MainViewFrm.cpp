@@ -16,6 +16,7 @@
 #include "imaging/ImageSaving.h"
 #include "imaging/ImageTypes.h"
 #include "imaging/PictureLoader.h"
+#include "packaging/PackageCommands.h"
 #include "packaging/SaverCommands.h"
 #include "platform/AppPaths.h"
 #include "platform/DisplaySettings.h"
@@ -106,6 +107,7 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     ConnectEditorCommands(this);
     ConnectFileCommands(this);
     ConnectSaverCommands(this);
+    ConnectPackageCommands(this);
 
     m_statusText = new QLabel(this);
     m_statusText->setObjectName(QStringLiteral("lblStatus"));
