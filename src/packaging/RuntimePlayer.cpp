@@ -32,6 +32,8 @@ int RunPackagedShow(const QString& packageFolder, const QStringList& arguments)
 {
     const QString folder = AddSlash(packageFolder);
     LoadSettingsFile(PathNoCase(folder, QStringLiteral("RUN-KAV.INI")));
+    // A package may sit on a CD: the player keeps no lists and writes nothing there.
+    CurrentSettings().KeepRecent = false;
     const QString show = RuntimeShowPath(folder, arguments);
     if (show.isEmpty()) {
         MsgBox(QStringLiteral("Unable to locate the slide show file of this package, the SLIDES "

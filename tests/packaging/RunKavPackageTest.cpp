@@ -70,7 +70,7 @@ TEST_F(RunKavPackageTest, CopiedRunTimePackagePlaysOffscreenWithItsOwnLibraries)
         QImage image(80, 60, QImage::Format_RGB32);
         image.fill(colors[i]);
         const QString path =
-            root() + QStringLiteral("show/slide") + QString::number(i) + QStringLiteral(".png");
+            root() + QStringLiteral("show/slide") + QString::number(i) + QStringLiteral(".jpg");
         QDir().mkpath(root() + QStringLiteral("show"));
         ASSERT_TRUE(image.save(path));
         CurrentShow().slides << NewSlide(path);
@@ -129,4 +129,8 @@ TEST_F(RunKavPackageTest, CopiedRunTimePackagePlaysOffscreenWithItsOwnLibraries)
     EXPECT_FALSE(log.contains(QStringLiteral("calling init: /lib/x86_64-linux-gnu/libQt6")));
     EXPECT_FALSE(log.contains(QStringLiteral("calling init: /usr/lib/x86_64-linux-gnu/libQt6")));
     EXPECT_TRUE(log.contains(moved + QStringLiteral("/plugins/platforms/libqoffscreen.so")));
+    EXPECT_TRUE(log.contains(QStringLiteral("calling init: ") + moved +
+                             QStringLiteral("/plugins/imageformats/libqjpeg.so")));
+    // The player leaves its package as it found it.
+    EXPECT_FALSE(QFileInfo::exists(moved + QStringLiteral("/KAVORI.INI")));
 }
