@@ -730,6 +730,27 @@ QString EstimatePackageSize(const QString& source, const QString& showFile)
     return Format(BytesToMegabytes(total), QStringLiteral("###,###,##0.0"));
 }
 
+QString DroppedShowFile(const QString& path)
+{
+    const QFileInfo dropped(path);
+    const QString show = dropped.isSymLink() ? dropped.symLinkTarget() : path;
+    auto refuse = [](const QString& text) {
+        MsgBox(text, vbExclamation, PackageTitle());
+        return QString();
+    };
+    if (!HasExtension(show, QStringLiteral(".KAV")))
+        return refuse(QStringLiteral("The file that was dropped here is not a valid ") +
+                      AppTitle() + QStringLiteral(" slide show (.KAV) file."));
+    const QFileInfo info(show);
+    if (!info.isFile())
+        return refuse(QStringLiteral("The file that was dropped here may have been deleted, "
+                                     "unable to locate specified slide show file..."));
+    if (info.size() == 0)
+        return refuse(QStringLiteral("The file that was dropped here may have been deleted, no "
+                                     "slide show data could be found..."));
+    return info.absoluteFilePath();
+}
+
 PackageRequest LoadPackageRequest()
 {
     const Settings& s = CurrentSettings();

@@ -47,6 +47,10 @@ QString TotalSizeCaption(bool runtime, const QString& size);
 // message saying why.
 QString EstimatePackageSize(const QString& source, const QString& showFile);
 
+// A file dropped on the show list: the show it names (a link followed to its target), or an
+// empty string after the message saying why it is refused.
+QString DroppedShowFile(const QString& path);
+
 // The package settings as the dialog opens, and saving them when a build completes.
 PackageRequest LoadPackageRequest();
 void SavePackageSettings(const PackageRequest& request);

@@ -9,13 +9,16 @@
 
 #include <QCheckBox>
 #include <QDir>
+#include <QDropEvent>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMimeData>
 #include <QPushButton>
+#include <QUrl>
 #include <QVBoxLayout>
 
 namespace kavori {
@@ -46,6 +49,9 @@ PackageFrm::PackageFrm(QWidget* parent) : QDialog(parent)
     m_source = new FolderPane(QStringLiteral("Dir1"), QStringLiteral("File1"),
                               {QStringLiteral("*.kav"), QStringLiteral("*.KAV")}, this);
     m_source->fileList()->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_source->fileList()->setAcceptDrops(true);
+    m_source->fileList()->viewport()->setAcceptDrops(true);
+    m_source->fileList()->viewport()->installEventFilter(this);
     m_destination = new FolderPane(QStringLiteral("Dir2"), QString(), {}, this);
 
     m_name = new QLineEdit(this);
@@ -196,6 +202,41 @@ void PackageFrm::CmdSize_Click()
     m_size->setText(QStringLiteral("Calculating..."));
     const PackageRequest r = request();
     m_size->setText(EstimatePackageSize(r.source, r.showFile));
+}
+
+void PackageFrm::File1_DragDrop(const QStringList& paths)
+{
+    if (paths.isEmpty())
+        return;
+    const QString show = DroppedShowFile(paths.first());
+    if (show.isEmpty())
+        return;
+    m_source->setFolder(FolderOf(show));
+    m_source->selectFiles({show});
+}
+
+bool PackageFrm::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == m_source->fileList()->viewport()) {
+        if (event->type() == QEvent::DragEnter || event->type() == QEvent::DragMove) {
+            auto* drag = static_cast<QDropEvent*>(event);
+            if (drag->mimeData()->hasUrls()) {
+                drag->acceptProposedAction();
+                return true;
+            }
+        } else if (event->type() == QEvent::Drop) {
+            auto* drop = static_cast<QDropEvent*>(event);
+            QStringList paths;
+            for (const QUrl& url : drop->mimeData()->urls()) {
+                if (url.isLocalFile())
+                    paths << url.toLocalFile();
+            }
+            drop->acceptProposedAction();
+            File1_DragDrop(paths);
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
 }
 
 void PackageFrm::CmdPackage_Click()

@@ -27,12 +27,18 @@ public:
     // Where the executables are copied from: the running program's folder unless set.
     void setProgramFolder(const QString& folder) { m_programFolder = folder; }
 
+    // Files dropped on File1: the first becomes the chosen show, its folder the source.
+    void File1_DragDrop(const QStringList& paths);
+
     void CmdPackage_Click();
     void CmdSize_Click();
     void CheckRuntime_Click();
 
     FolderPane* source() const { return m_source; }
     FolderPane* destination() const { return m_destination; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     void refreshTotal();

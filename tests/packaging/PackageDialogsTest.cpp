@@ -105,6 +105,28 @@ TEST_F(PackageDialogsTest, PackageFormShowsSizesAndBuildsFromItsControls)
     const qint64 total = 1000000 + QFileInfo(root() + QStringLiteral("src/Walk.KAV")).size();
     EXPECT_EQ(size->text(), QString::number(total / 100000 / 10.0, 'f', 1));
 
+    // Dropped files: only an existing show with data, a link followed to its target.
+    writeFile(QStringLiteral("other/empty.KAV"), QByteArray());
+    writeFile(QStringLiteral("other/photo.jpg"), "x");
+    ASSERT_TRUE(QFile::link(root() + QStringLiteral("src/Walk.KAV"),
+                            root() + QStringLiteral("other/Walk shortcut")));
+    form.source()->setFolder(root() + QStringLiteral("other"));
+    prompts().clear();
+    form.File1_DragDrop({root() + QStringLiteral("other/photo.jpg")});
+    form.File1_DragDrop({root() + QStringLiteral("other/gone.KAV")});
+    form.File1_DragDrop({root() + QStringLiteral("other/empty.KAV")});
+    EXPECT_EQ(
+        prompts().texts(),
+        QStringList({"The file that was dropped here is not a valid Kavori slide show (.KAV) file.",
+                     "The file that was dropped here may have been deleted, unable to locate "
+                     "specified slide show file...",
+                     "The file that was dropped here may have been deleted, no slide show "
+                     "data could be found..."}));
+    EXPECT_EQ(form.source()->folder(), root() + "other/");
+    form.File1_DragDrop({root() + QStringLiteral("other/Walk shortcut")});
+    EXPECT_EQ(form.source()->folder(), root() + "src/");
+    EXPECT_EQ(form.request().showFile, "Walk.KAV");
+
     // Building from the controls: an empty name takes the show's name when the user agrees.
     form.findChild<QLineEdit*>(QStringLiteral("txtName"))->clear();
     form.destination()->setFolder(root());
