@@ -64,7 +64,11 @@ const QString kRootFolder = QStringLiteral("/");
 // package's show and then gives them back as they were.
 class KeepShowAndSettings {
 public:
-    KeepShowAndSettings() : m_show(CurrentShow()), m_settings(CurrentSettings()) {}
+    KeepShowAndSettings() : m_show(CurrentShow()), m_settings(CurrentSettings())
+    {
+        // Reading a show to package it does not make it a recent show.
+        CurrentSettings().KeepRecent = false;
+    }
     ~KeepShowAndSettings()
     {
         CurrentShow() = m_show;

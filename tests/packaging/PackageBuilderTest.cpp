@@ -411,6 +411,7 @@ TEST_F(PackageBuilderTest, RunTimePackageHoldsThePlayerTheShowAndItsControlFiles
     EXPECT_FALSE(CurrentSettings().StretchImages);
     EXPECT_EQ(CurrentSettings().SoundMode, 0);
     LoadSettings();
+    EXPECT_TRUE(CurrentSettings().RecentShow[0].isEmpty());
     EXPECT_EQ(CurrentSettings().PackageName, "Holiday");
     EXPECT_EQ(CurrentSettings().PackageDestination, root() + "pkg");
     EXPECT_TRUE(CurrentSettings().PackageRuntime);
