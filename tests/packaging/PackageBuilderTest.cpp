@@ -565,3 +565,31 @@ TEST_F(PackageBuilderTest, RefusalsAndCancellingLeaveNothingHalfWritten)
               "not related to Kavori also exist in this folder:\r\n" +
                   pkg() + "\r\nCreate a slide show package directory here anyway?");
 }
+
+TEST_F(PackageBuilderTest, FiveHundredPicturesCancelledHalfWayLeaveOnlyWholeFiles)
+{
+    ResetShow();
+    for (int i = 0; i < 500; ++i) {
+        const QString name = QStringLiteral("big/p") + QString::number(i) + QStringLiteral(".jpg");
+        CurrentShow().slides << NewSlide(writeFile(name, QByteArray(2000 + i, char('a' + i % 26))));
+    }
+    ASSERT_TRUE(WriteSlideShow(root() + QStringLiteral("big/Many.KAV")));
+    ResetShow();
+    PackageRequest r = request(true);
+    r.source = root() + QStringLiteral("big");
+    r.showFile = QStringLiteral("Many.KAV");
+
+    EXPECT_FALSE(build(r, 260));
+    EXPECT_GE(maximum, 500);
+    const QStringList left = filesUnder(pkg());
+    // Cancel is looked at before each slide and before each copy: 129 pictures went in.
+    EXPECT_EQ(left.size(), 129);
+    for (const QString& file : left) {
+        EXPECT_FALSE(file.endsWith(QLatin1String(".part~")));
+        EXPECT_EQ(readFile(pkg(file)),
+                  readFile(root() + QStringLiteral("big/") + FileNameOf(file)));
+    }
+    EXPECT_FALSE(QFileInfo::exists(pkg(QStringLiteral("SLIDES/Holiday.KAV"))));
+    EXPECT_EQ(prompts().texts().last(), "Save Package was canceled before it could complete, "
+                                        "files and/or settings in this package may be missing...");
+}
