@@ -394,9 +394,14 @@ void resolveFavoriteFolder(Settings& s)
 
 void LoadSettings()
 {
+    LoadSettingsFile(SettingsFilePath());
+}
+
+void LoadSettingsFile(const QString& path)
+{
     ResetSettings();
     Settings& s = CurrentSettings();
-    LoadIniFile(SettingsFilePath());
+    LoadIniFile(path);
     for (const Row& row : catalogue())
         row.read(s, GetIniValue(row.section, row.key));
     ClearIni();

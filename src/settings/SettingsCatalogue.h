@@ -8,6 +8,8 @@ namespace kavori {
 // Reads every key of KAVORI.INI into the settings object, with the default, range and
 // correction of each key. A missing file gives every default.
 void LoadSettings();
+// The same from another file of the same form (the run-time player's RUN-KAV.INI).
+void LoadSettingsFile(const QString& path);
 
 // Group writers: each loads KAVORI.INI, sets its keys from the settings object and saves it.
 // Flags are always written "True" or "False".

@@ -353,7 +353,14 @@ QByteArray flag(bool b)
     return bare(BoolValue(b));
 }
 
-QByteArray headerLines(const SlideShow& show, const QString& soundFile)
+} // namespace
+
+QByteArray ShowTextLine(const QString& text)
+{
+    return quoted(text);
+}
+
+QByteArray ShowHeaderBytes(const SlideShow& show, const QString& soundFile)
 {
     const Settings& s = CurrentSettings();
     QByteArray b;
@@ -384,8 +391,8 @@ QByteArray headerLines(const SlideShow& show, const QString& soundFile)
     return b;
 }
 
-QByteArray slideLines(const Slide& slide, const QString& file, const QString& sound,
-                      const QString& texture)
+QByteArray SlideRecordBytes(const Slide& slide, const QString& file, const QString& sound,
+                            const QString& texture)
 {
     QByteArray b;
     b += quoted(file);
@@ -405,13 +412,13 @@ QByteArray slideLines(const Slide& slide, const QString& file, const QString& so
     return b;
 }
 
-bool writesPlayList(const SlideShow& show)
+bool ShowWritesPlayList(const SlideShow& show)
 {
     const Settings& s = CurrentSettings();
     return s.UsePlayList && s.SoundMode == 3 && !show.PlayList.isEmpty();
 }
 
-QByteArray playListHead(const SlideShow& show)
+QByteArray PlayListHeadBytes(const SlideShow& show)
 {
     QByteArray b = quoted(kPlayListMark);
     b += quoted(CurrentSettings().PlayListRandom ? QStringLiteral("1") : QStringLiteral("0"));
@@ -419,8 +426,6 @@ QByteArray playListHead(const SlideShow& show)
     b += quoted(show.PlayListText2);
     return b;
 }
-
-} // namespace
 
 bool ReadSlideShow(const QString& path)
 {
@@ -480,11 +485,11 @@ bool ReadScreenSaverShow(const QString& path, QString* soundNote)
 bool WriteSlideShow(const QString& path)
 {
     const SlideShow& show = CurrentShow();
-    QByteArray bytes = headerLines(show, CurrentSettings().SoundFile);
+    QByteArray bytes = ShowHeaderBytes(show, CurrentSettings().SoundFile);
     for (const Slide& slide : show.slides)
-        bytes += slideLines(slide, slide.SlideFile, slide.SlideSound, slide.SlideTexture);
-    if (writesPlayList(show)) {
-        bytes += playListHead(show);
+        bytes += SlideRecordBytes(slide, slide.SlideFile, slide.SlideSound, slide.SlideTexture);
+    if (ShowWritesPlayList(show)) {
+        bytes += PlayListHeadBytes(show);
         for (const QString& entry : show.PlayList)
             bytes += quoted(entry);
     }
@@ -592,7 +597,7 @@ int filesToCopy(const SlideShow& show)
         if (!slide.SlideTexture.isEmpty())
             ++count;
     }
-    if (writesPlayList(show))
+    if (ShowWritesPlayList(show))
         count += int(show.PlayList.size());
     return count;
 }
@@ -625,7 +630,7 @@ bool SaveSlideShow(const QString& path, Progress* progress)
         QString model = s.SoundFile;
         soundFile = names.referredFile(model, QStringLiteral("The sound file "), QString(), false);
     }
-    file.write(headerLines(show, soundFile));
+    file.write(ShowHeaderBytes(show, soundFile));
 
     for (Slide& slide : show.slides) {
         if (progress->cancelled()) {
@@ -647,11 +652,11 @@ bool SaveSlideShow(const QString& path, Progress* progress)
             slide.SlideTexture, QStringLiteral("The background texture file "),
             QStringLiteral(
                 "Do you want to replace it with the one specified in the current slide show?"));
-        file.write(slideLines(slide, written, sound, texture));
+        file.write(SlideRecordBytes(slide, written, sound, texture));
         progress->setValue(++names.m_step);
     }
-    if (writesPlayList(show)) {
-        file.write(playListHead(show));
+    if (ShowWritesPlayList(show)) {
+        file.write(PlayListHeadBytes(show));
         for (QString& entry : show.PlayList)
             file.write(quoted(names.referredFile(
                 entry, QStringLiteral("The sound file "),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 namespace kavori {
@@ -33,6 +34,18 @@ bool IsCurrentSlideShow(const QString& path);
 // folder is gone (another machine's, a Windows drive), is looked for beside the show file.
 // Empty when it cannot be found.
 QString FindShowFile(const QString& name, const QString& showFolder);
+
+// The pieces of a show file, for writers that name the files otherwise (the package builder):
+// a quoted text line, the show-wide header with the show's sound named soundFile, one slide's
+// record with its three file names given, and the play list's head (its entries are text lines).
+struct SlideShow;
+struct Slide;
+QByteArray ShowTextLine(const QString& text);
+QByteArray ShowHeaderBytes(const SlideShow& show, const QString& soundFile);
+QByteArray SlideRecordBytes(const Slide& slide, const QString& file, const QString& sound,
+                            const QString& texture);
+bool ShowWritesPlayList(const SlideShow& show);
+QByteArray PlayListHeadBytes(const SlideShow& show);
 
 // The note on the sound a screen saver show plays.
 QString ScreenSaverSoundNote();

@@ -17,6 +17,7 @@
 #include "imaging/ImageSaving.h"
 #include "imaging/ImageTypes.h"
 #include "imaging/PictureLoader.h"
+#include "packaging/PackageCommands.h"
 #include "packaging/SaverCommands.h"
 #include "platform/AppPaths.h"
 #include "platform/DisplaySettings.h"
@@ -108,6 +109,7 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     ConnectFileCommands(this);
     ConnectZipCommands(this);
     ConnectSaverCommands(this);
+    ConnectPackageCommands(this);
 
     m_statusText = new QLabel(this);
     m_statusText->setObjectName(QStringLiteral("lblStatus"));
