@@ -1,6 +1,7 @@
 #include "PackageBuilder.h"
 
 #include "platform/AppPaths.h"
+#include "platform/SafeFiles.h"
 #include "platform/SharedLibraries.h"
 #include "runtime/Format.h"
 #include "runtime/MsgBox.h"
@@ -111,7 +112,7 @@ public:
     {
         caption(QDir::toNativeSeparators(source) + lb() + AppTitle() +
                 QStringLiteral(" is copying the file:"));
-        const bool ok = CopyWholeFile(source, target);
+        const bool ok = CopyFileOver(source, target);
         step();
         return ok;
     }
@@ -175,7 +176,7 @@ public:
         }
         if (m_build.cancelled())
             return Outcome::Cancelled;
-        if (!WriteWholeFile(target, bytes)) {
+        if (!WriteFileWhole(target, bytes, false)) {
             MsgBox(QStringLiteral("Unable to package ") + m_build.r.name +
                        QStringLiteral(", a slide show file (.KAV) could not be created in the "
                                       "destination location."),
@@ -375,7 +376,7 @@ Outcome copyProgramFiles(Build& b, const SupportFiles& support, QStringList& lib
                     return failed();
             }
             if (!support.plugins.isEmpty() &&
-                !WriteWholeFile(b.dest + QStringLiteral("qt.conf"), QtConfBytes()))
+                !WriteFileWhole(b.dest + QStringLiteral("qt.conf"), QtConfBytes(), false))
                 return failed();
             continue;
         }
@@ -564,12 +565,14 @@ Outcome runBuild(PackageRequest& r, const ProgressFactory& makeProgress, Setting
     bool written = true;
     if (r.options.autorun) {
         creating(QStringLiteral("AUTORUN.INF"));
-        written = WriteWholeFile(dest + QStringLiteral("AUTORUN.INF"), AutorunInfBytes(r.options));
+        written =
+            WriteFileWhole(dest + QStringLiteral("AUTORUN.INF"), AutorunInfBytes(r.options), false);
         b.step();
     }
     if (r.options.runtime && written) {
         creating(QStringLiteral("SETUP.LST"));
-        written = WriteWholeFile(dest + QStringLiteral("SETUP.LST"), SetupLstBytes(libraryNames));
+        written =
+            WriteFileWhole(dest + QStringLiteral("SETUP.LST"), SetupLstBytes(libraryNames), false);
     }
     if (written && b.cancelled())
         return Outcome::Cancelled;

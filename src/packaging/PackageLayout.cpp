@@ -6,7 +6,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace kavori {
 
@@ -229,32 +228,6 @@ bool WritePackageSetupIni(const QString& path, const QString& showFile, const QS
     SetIniValue(section, QStringLiteral("MakeDefaultSaver"), flag(options.defaultSaver));
     SetIniValue(section, QStringLiteral("SlideShowShortcut"), flag(options.shortcut));
     return SaveIniFile(path);
-}
-
-bool WriteWholeFile(const QString& path, const QByteArray& bytes)
-{
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-        return false;
-    return file.commit();
-}
-
-bool CopyWholeFile(const QString& source, const QString& target)
-{
-    const QString part = target + QStringLiteral(".part~");
-    QFile::remove(part);
-    if (!QFile::copy(source, part))
-        return false;
-    // A link or file of the same name goes first; a link is removed, never followed.
-    if ((QFileInfo::exists(target) || QFileInfo(target).isSymLink()) && !QFile::remove(target)) {
-        QFile::remove(part);
-        return false;
-    }
-    if (!QFile::rename(part, target)) {
-        QFile::remove(part);
-        return false;
-    }
-    return true;
 }
 
 } // namespace kavori

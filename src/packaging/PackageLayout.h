@@ -68,9 +68,4 @@ bool WritePackageKavoriIni(const QString& path);
 bool WritePackageSetupIni(const QString& path, const QString& showFile, const QString& name,
                           const QString& size, const PackageOptions& options);
 
-// Writes bytes to path through a temporary name, so a file is either whole or absent.
-bool WriteWholeFile(const QString& path, const QByteArray& bytes);
-// Copies a file the same way; an existing target is replaced only when the copy is complete.
-bool CopyWholeFile(const QString& source, const QString& target);
-
 } // namespace kavori

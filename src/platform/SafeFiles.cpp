@@ -15,6 +15,10 @@ bool CopyFileOver(const QString& source, const QString& target)
     QFile in(source);
     if (!QFileInfo(source).isFile() || !in.open(QIODevice::ReadOnly))
         return false;
+    // A link of the target's name is replaced, never written through: a copy into a folder
+    // never changes a file outside it.
+    if (QFileInfo(target).isSymLink() && !QFile::remove(target))
+        return false;
     QSaveFile out(target);
     if (!out.open(QIODevice::WriteOnly))
         return false;

@@ -12,7 +12,8 @@ namespace kavori {
 // vanishes half-way or a read error leaves the old target exactly as it was and no partial
 // file beside it.
 
-// Copies source to target (replacing it); the copy keeps the source's permissions.
+// Copies source to target (replacing it); the copy keeps the source's permissions. A symbolic
+// link in the target's place is replaced by the copy, not followed.
 bool CopyFileOver(const QString& source, const QString& target);
 
 // Moves source to target (replacing it): one rename on the same volume, else a copy as above

@@ -5,6 +5,7 @@
 #include "settings/Settings.h"
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
+#include "support/FakeProgress.h"
 #include "support/ShowTest.h"
 
 #include <QDir>
@@ -16,14 +17,6 @@
 using namespace kavori;
 
 namespace {
-
-class QuietProgress final : public Progress {
-public:
-    void setCaption(const QString&) override {}
-    void setMaximum(int) override {}
-    void setValue(int) override {}
-    bool cancelled() override { return false; }
-};
 
 // Copies a folder tree as a user copying a package would (links as the files they name).
 void copyTree(const QString& from, const QString& to)
@@ -86,7 +79,7 @@ TEST_F(RunKavPackageTest, CopiedRunTimePackagePlaysOffscreenWithItsOwnLibraries)
     r.size = QStringLiteral("1");
     r.options.runtime = true;
     r.programFolder = QStringLiteral(KAVORI_PROGRAM_DIR);
-    ASSERT_TRUE(BuildPackage(r, [] { return std::make_unique<QuietProgress>(); }))
+    ASSERT_TRUE(BuildPackage(r, [] { return std::make_unique<kavori::test::FakeProgress>(); }))
         << prompts().texts().join(u'\n').toStdString();
     ASSERT_TRUE(QFileInfo::exists(root() + QStringLiteral("built/lib/libQt6Core.so.6")));
     ASSERT_TRUE(
