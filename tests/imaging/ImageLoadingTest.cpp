@@ -322,6 +322,7 @@ long peakKiB()
     getrusage(RUSAGE_SELF, &usage);
     return usage.ru_maxrss;
 }
+#ifndef __SANITIZE_ADDRESS__
 // The address space the process has mapped, in bytes.
 rlim_t mappedBytes()
 {
@@ -330,6 +331,7 @@ rlim_t mappedBytes()
         return rlim_t(1) << 40;
     return rlim_t(statm.readAll().split(' ').value(0).toULongLong()) * rlim_t(getpagesize());
 }
+#endif
 } // namespace
 
 TEST_F(ImageLoadingTest, HeadersClaimingMoreThanTheirDataAreRefusedBeforeAllocating)
