@@ -146,10 +146,14 @@ QImage readWithQt(const QString& path, const QSize& target)
             turn & QImageIOHandler::TransformationRotate90 ? target.transposed() : target;
         reader.setScaledSize(size.scaled(stored, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
     }
-    QImage image = reader.read();
-    if (!turnedByReader)
-        image = oriented(image, turn);
-    return shrinkToFit(image, target);
+    const QImage image = reader.read();
+    if (turnedByReader)
+        return FitDecoded(image, target);
+    // Scaled before turning, so the turn moves the fewest pixels.
+    return oriented(FitDecoded(image, turn & QImageIOHandler::TransformationRotate90
+                                          ? target.transposed()
+                                          : target),
+                    turn);
 }
 
 void raiseAllocationLimit()

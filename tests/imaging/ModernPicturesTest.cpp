@@ -4,6 +4,7 @@
 #include "imaging/ImageTypes.h"
 #include "imaging/JpegHeader.h"
 #include "imaging/PictureLoader.h"
+#include "imaging/formats/PictureReader.h"
 #include "settings/Settings.h"
 #include "slideshow/SlideList.h"
 #include "support/KavoriTest.h"
@@ -329,4 +330,26 @@ TEST_F(ModernPicturesTest, ExifOrientationBlocksOfBothByteOrders)
     EXPECT_EQ(ExifOrientation({}), 1);
     EXPECT_EQ(ExifTransformation(6), QImageIOHandler::TransformationRotate90);
     EXPECT_EQ(ExifTransformation(0), QImageIOHandler::TransformationNone);
+}
+
+TEST_F(ModernPicturesTest, ScalingDownAveragesEveryPixel)
+{
+    // Alternate pixels of two colours average to their mean at any smaller size, and an alpha
+    // channel is averaged like the others.
+    QImage fine(400, 300, QImage::Format_RGBA8888);
+    for (int y = 0; y < fine.height(); ++y)
+        for (int x = 0; x < fine.width(); ++x)
+            fine.setPixelColor(x, y,
+                               (x + y) % 2 ? QColor(250, 10, 100, 255) : QColor(10, 250, 200, 55));
+    for (const QSize target : {QSize(200, 200), QSize(100, 100), QSize(70, 70)}) {
+        const QImage small = FitDecoded(fine, target);
+        ASSERT_EQ(small.width(), target.width()) << target.width();
+        const QColor mid = small.pixelColor(small.width() / 2, small.height() / 2);
+        EXPECT_NEAR(mid.red(), 130, 2) << target.width();
+        EXPECT_NEAR(mid.green(), 130, 2) << target.width();
+        EXPECT_NEAR(mid.blue(), 150, 2) << target.width();
+        EXPECT_NEAR(mid.alpha(), 155, 2) << target.width();
+    }
+    EXPECT_EQ(FitDecoded(fine, QSize(500, 500)).size(), QSize(400, 300));
+    EXPECT_EQ(FitDecoded(fine, QSize(400, 1)).size(), QSize(1, 1));
 }

@@ -3,6 +3,7 @@
 #include "AvifReader.h"
 #include "HeifReader.h"
 #include "JxlReader.h"
+#include "runtime/ParallelRun.h"
 
 #include <QPointF>
 
@@ -65,13 +66,66 @@ QColorSpace ColorSpaceFromCodePoints(int primaries, int transfer)
     }
 }
 
+namespace {
+
+bool fourBytesAPixel(QImage::Format format)
+{
+    return format == QImage::Format_RGBA8888 || format == QImage::Format_RGBX8888 ||
+           format == QImage::Format_ARGB32 || format == QImage::Format_RGB32;
+}
+
+// Each pixel the mean of a 2 x 2 block, rows shared out to every core.
+QImage halved(const QImage& in)
+{
+    QImage out(in.width() / 2, in.height() / 2, in.format());
+    if (out.isNull())
+        return {};
+    const uchar* from = in.constBits();
+    uchar* to = out.bits(); // detached here, once, before the threads write
+    const qsizetype inLine = in.bytesPerLine(), outLine = out.bytesPerLine();
+    const int rows = out.height(), pixels = out.width();
+    const int parts = ParallelWidth();
+    RunInParallel(parts, [&](int part) {
+        for (int y = rows * part / parts; y < rows * (part + 1) / parts; ++y) {
+            const auto* a = reinterpret_cast<const quint32*>(from + 2 * y * inLine);
+            const auto* b = reinterpret_cast<const quint32*>(from + (2 * y + 1) * inLine);
+            auto* o = reinterpret_cast<quint32*>(to + y * outLine);
+            // Two channels at a time in 16-bit lanes: the sum of four samples fits.
+            for (int x = 0; x < pixels; ++x) {
+                const quint32 p = a[2 * x], q = a[2 * x + 1], r = b[2 * x], t = b[2 * x + 1];
+                const quint32 even = (p & 0x00FF00FF) + (q & 0x00FF00FF) + (r & 0x00FF00FF) +
+                                     (t & 0x00FF00FF) + 0x00020002;
+                const quint32 odd = ((p >> 8) & 0x00FF00FF) + ((q >> 8) & 0x00FF00FF) +
+                                    ((r >> 8) & 0x00FF00FF) + ((t >> 8) & 0x00FF00FF) + 0x00020002;
+                o[x] = ((even >> 2) & 0x00FF00FF) | (((odd >> 2) & 0x00FF00FF) << 8);
+            }
+        }
+    });
+    out.setColorSpace(in.colorSpace());
+    return out;
+}
+
+} // namespace
+
 QImage FitDecoded(const QImage& image, const QSize& target)
 {
     if (image.isNull() || !target.isValid() || target.isEmpty() ||
         (image.width() <= target.width() && image.height() <= target.height()))
         return image;
     const QSize size = image.size().scaled(target, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
-    return image.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    // Qt's smooth scale is an area average on one thread; halving first on every core while
+    // the picture is still twice the size leaves it a quarter of the work or less.
+    QImage source = image;
+    while (fourBytesAPixel(source.format()) && source.width() >= 2 * size.width() &&
+           source.height() >= 2 * size.height()) {
+        const QImage half = halved(source);
+        if (half.isNull())
+            break;
+        source = half;
+    }
+    if (source.size() == size)
+        return source;
+    return source.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
 } // namespace kavori
