@@ -5,6 +5,7 @@
 #include "platform/AppPaths.h"
 #include "runtime/Format.h"
 #include "runtime/MsgBox.h"
+#include "settings/Settings.h"
 
 #include <QColorSpace>
 #include <QFileInfo>
@@ -77,8 +78,8 @@ FileInfoResult FileInformation(const QString& path, bool fromDialog)
     }
     r.lines << typeLine;
     // Today's pictures often carry a wide-gamut profile; it explains colours that differ from
-    // the stored values.
-    if (type.kind == FileKind::Image) {
+    // the stored values. With the classic types alone the display stays as it always was.
+    if (type.kind == FileKind::Image && !CurrentSettings().ClassicTypesOnly) {
         const QColorSpace space = PictureColorSpace(path);
         if (space.isValid())
             r.lines << QStringLiteral("Color profile: ") + profileName(space);

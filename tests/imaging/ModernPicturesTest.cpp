@@ -266,6 +266,9 @@ TEST_F(ModernPicturesTest, DisplayP3PicturesAreShownInSrgb)
         EXPECT_TRUE(shown.colorSpace() == QColorSpace::SRgb) << what;
     }
     EXPECT_TRUE(FileInformation(jpeg).lines.contains(QStringLiteral("Color profile: Display P3")));
+    CurrentSettings().ClassicTypesOnly = true;
+    EXPECT_EQ(FileInformation(jpeg).lines.size(), 3);
+    CurrentSettings().ClassicTypesOnly = false;
 
     // The same in PNG, and a JPEG without a profile is left as stored.
     ModernOptions p3;
