@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QImageReader>
 
+#include <algorithm>
+
 namespace kavori {
 
 namespace {
@@ -71,15 +73,6 @@ QString knownExtension(const QString& path, const TypeRow& row)
     return {};
 }
 
-const TypeRow* modernRow(const QString& path)
-{
-    for (const TypeRow& row : kTypes) {
-        if (row.modern && !knownExtension(path, row).isEmpty())
-            return &row;
-    }
-    return nullptr;
-}
-
 QString gifSignature(const QString& path)
 {
     QFile file(path);
@@ -117,7 +110,17 @@ bool IsImageFile(const QString& path)
 
 bool IsModernImageFile(const QString& path)
 {
-    return modernRow(path) != nullptr;
+    // Asked for every file of a folder while browsing: the extensions are split once.
+    static const QStringList extensions = [] {
+        QStringList all;
+        for (const TypeRow& row : kTypes) {
+            if (row.modern)
+                all << rowExtensions(row);
+        }
+        return all;
+    }();
+    return std::any_of(extensions.cbegin(), extensions.cend(),
+                       [&](const QString& ext) { return path.endsWith(ext, Qt::CaseInsensitive); });
 }
 
 QStringList ImageExtensions()
