@@ -11,6 +11,8 @@ PACKAGES=(
     gstreamer1.0-plugins-ugly gstreamer1.0-libav
     libwmf-dev libemf2svg-dev libzip-dev
     libfluidsynth-dev timgm6mb-soundfont
+    libavif-dev libheif-dev libjxl-dev
+    libheif-examples libavif-bin libjxl-tools
     libgtest-dev libgmock-dev googletest libbenchmark-dev libjpeg62-turbo-dev
     xvfb xauth x11-utils x11-apps xscreensaver
     fonts-dejavu-core fonts-urw-base35

@@ -28,6 +28,7 @@
 #include "settings/SettingsCatalogue.h"
 #include "slideshow/ShowInformation.h"
 #include "slideshow/SlideDescriptions.h"
+#include "slideshow/SlideList.h"
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
 #include "slideshow/SlideTransitions.h"
@@ -59,16 +60,6 @@ namespace kavori {
 namespace {
 
 const char kUntitled[] = "Untitled.KAV";
-
-QStringList slideFilePatterns()
-{
-    QStringList patterns;
-    for (const char* ext :
-         {"bmp", "dib", "gif", "jpg", "jif",  "jpe", "jpeg", "wmf", "emf", "ico", "cur",
-          "rle", "avi", "mpg", "mpe", "mpeg", "mpa", "enc",  "mov", "qt",  "m1v", "mp2"})
-        patterns << QStringLiteral("*.") + QString::fromLatin1(ext);
-    return patterns;
-}
 
 QString showFilter()
 {
@@ -156,7 +147,7 @@ void SlideLoadFrm::buildSource()
     // holds the window up.
     m_fileModel = new QFileSystemModel(this);
     m_fileModel->setFilter(QDir::Files);
-    m_fileModel->setNameFilters(slideFilePatterns());
+    m_fileModel->setNameFilters(SlideFilePatterns());
     m_fileModel->setNameFilterDisables(false);
     m_files = new QListView(this);
     m_files->setObjectName(QStringLiteral("File1"));

@@ -352,7 +352,7 @@ void FullViewFrm::showSlide(int target)
         m_media->PlayMovie(slide.SlideFile, placement); // a failure has said so; the show goes on
         if (m_ended)
             return;
-    } else if (s.AnimateGIF89 && IsAnimatedGif(slide.SlideFile))
+    } else if (s.AnimateGIF89 && IsAnimatedPicture(slide.SlideFile))
         startAnimation(slide.SlideFile, QRectF(QRectF(rect).topLeft() / devicePixelRatioF(),
                                                QRectF(rect).size() / devicePixelRatioF())
                                             .toRect());

@@ -19,6 +19,11 @@ QString PackageSection()
     return QStringLiteral("Package");
 }
 
+QString ExtrasSection()
+{
+    return QStringLiteral("Extras");
+}
+
 Settings& CurrentSettings()
 {
     static Settings settings;

@@ -346,6 +346,10 @@ Catalogue buildCatalogue()
     c.flag("PackageDefaultSaver", &S::PackageDefaultSaver, true);
     c.flag("PackageShortcut", &S::PackageShortcut, false);
     c.flag("PackageAutorun", &S::PackageAutorun, false);
+
+    // Keys of our own live apart, so the classic sections stay as they always were.
+    c.section = ExtrasSection();
+    c.flag("ClassicTypesOnly", &S::ClassicTypesOnly, false);
     return c;
 }
 
@@ -479,6 +483,11 @@ QStringList SlideShowOptionKeys()
                  "ShowToolbar AnimateGIF89 MakePauseSnd ResumeLastDisplayed");
 }
 
+QStringList ExtrasKeys()
+{
+    return split("ClassicTypesOnly");
+}
+
 QStringList DescriptionLookKeys()
 {
     return split("SlideDescLoc SlideDescSpeed SlideDescFont SlideDescSize SlideDescStyle "
@@ -499,6 +508,11 @@ void WriteMainWindowState()
 void WriteSlideShowOptions()
 {
     WriteSettingsKeys(SlideShowOptionKeys());
+}
+
+void WriteExtras()
+{
+    WriteSettingsKeys(ExtrasKeys());
 }
 
 void WriteDescriptionLook()

@@ -20,6 +20,7 @@ void WriteDescriptionLook();  // the default description look (SlideDesc... keys
 void WriteFavoriteShows();
 void WriteRecentFiles();     // Recent1..Recent7 and MoreRecentFiles1..MoreRecentFiles20
 void WritePackageSettings(); // section "Package"
+void WriteExtras();          // section "Extras"
 // Any keys of the catalogue, by name.
 void WriteSettingsKeys(const QStringList& keys);
 
@@ -28,6 +29,7 @@ QStringList PreferencesKeys();
 QStringList MainWindowStateKeys();
 QStringList SlideShowOptionKeys();
 QStringList DescriptionLookKeys();
+QStringList ExtrasKeys();
 
 // Every key of the catalogue, "Section/Key", in catalogue order.
 QStringList CatalogueKeys();

@@ -165,15 +165,29 @@ QString MissingSlidesText(int count, bool removed)
            QStringLiteral(" missing slide show files were found in the View List...");
 }
 
+namespace {
+const char* const kSlideMovies[] = {".AVI", ".MPG", ".MPE", ".MPEG", ".MPA",
+                                    ".ENC", ".MOV", ".QT",  ".M1V",  ".MP2"};
+} // namespace
+
 bool IsSlideFile(const QString& path)
 {
-    static const char* const kExtensions[] = {
-        ".BMP", ".DIB", ".GIF", ".JPG", ".JIF",  ".JPE", ".JPEG", ".WMF", ".EMF", ".ICO", ".CUR",
-        ".RLE", ".AVI", ".MPG", ".MPE", ".MPEG", ".MPA", ".ENC",  ".MOV", ".QT",  ".M1V", ".MP2"};
-    for (const char* ext : kExtensions)
+    if (IsImageFile(path))
+        return true;
+    for (const char* ext : kSlideMovies)
         if (HasExtension(path, QString::fromLatin1(ext)))
             return true;
     return false;
+}
+
+QStringList SlideFilePatterns()
+{
+    QStringList patterns;
+    for (const QString& ext : ImageExtensions())
+        patterns << u'*' + ext.toLower();
+    for (const char* ext : kSlideMovies)
+        patterns << u'*' + QString::fromLatin1(ext).toLower();
+    return patterns;
 }
 
 DroppedFiles SortDroppedFiles(const QStringList& files)

@@ -49,7 +49,10 @@ struct DroppedFiles {
     QStringList notes; // one per refused import type
 };
 DroppedFiles SortDroppedFiles(const QStringList& files);
+// A picture the loader opens or a movie a show plays.
 bool IsSlideFile(const QString& path);
+// The same as name patterns for a file list ("*.bmp", ...).
+QStringList SlideFilePatterns();
 
 // Selecting lines of the View List: the lines first to last, or every nth line from start, n
 // typed by the user (a whole number from 1 to the number of lines, or a refusal).

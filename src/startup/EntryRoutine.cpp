@@ -109,7 +109,7 @@ std::optional<int> RunEntryRoutine(const QStringList& arguments)
         return RunScreenSaverSettingsMode();
     case StartMode::FullScreenImage:
         state.FullFile = decision.fullFile;
-        state.AnimatedGif = settings.CmdLineAnimate && IsAnimatedGif(state.FullFile);
+        state.AnimatedGif = settings.CmdLineAnimate && IsAnimatedPicture(state.FullFile);
         WaitFrm::CloseAll();
         handOver();
         FullViewFrm::ShowImageModal(state.FullFile, state.AnimatedGif);

@@ -68,10 +68,7 @@ namespace kavori {
 
 QString OpenImageFilter()
 {
-    return QStringLiteral(
-        "All Supported Images (*.bmp *.dib *.rle *.jpg *.jif *.jpe *.jpeg *.gif *.wmf *.emf *.ico "
-        "*.cur);;Windows Bitmap (*.bmp *.dib *.rle);;JPEG (*.jpg *.jif *.jpe *.jpeg);;Graphics "
-        "Interchange Format (*.gif);;Metafiles (*.wmf *.emf);;Icons and Cursors (*.ico *.cur)");
+    return ImageOpenFilter();
 }
 
 MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
@@ -228,7 +225,8 @@ void MainViewFrm::connectCommands()
                 vbInformation);
             return;
         }
-        if (!HasExtension(m_document.currentFile(), QStringLiteral(".GIF"))) {
+        const QString file = m_document.currentFile();
+        if (!HasExtension(file, QStringLiteral(".GIF")) && !IsAnimatedPicture(file)) {
             MsgBox(QStringLiteral("The current image is not a .GIF file, unable to animate..."),
                    vbInformation);
             return;

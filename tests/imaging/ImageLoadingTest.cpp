@@ -4,6 +4,7 @@
 #include "imaging/PcxDecoder.h"
 #include "imaging/PictureLoader.h"
 #include "imaging/TgaDecoder.h"
+#include "settings/Settings.h"
 #include "support/KavoriTest.h"
 
 #include <QBuffer>
@@ -28,8 +29,13 @@ TEST_F(ImageLoadingTest, TypesAreToldByExtension)
     for (const char* name : {"a.bmp", "a.DIB", "a.rle", "a.jpg", "a.JIF", "a.jpe", "a.jpeg",
                              "A.JPEG", "a.gif", "a.wmf", "a.emf", "a.ico", "a.CUR"})
         EXPECT_TRUE(IsImageFile(QString::fromLatin1(name))) << name;
-    for (const char* name : {"a.tif", "a.tiff", "a.png", "a.pcx", "a.tga", "jpeg", "a.jpg.txt", ""})
+    for (const char* name : {"a.pcx", "a.tga", "jpeg", "a.jpg.txt", "a.tif.txt", ""})
         EXPECT_FALSE(IsImageFile(QString::fromLatin1(name))) << name;
+    // With only the classic types, today's are not pictures.
+    CurrentSettings().ClassicTypesOnly = true;
+    for (const char* name : {"a.tif", "a.tiff", "a.png"})
+        EXPECT_FALSE(IsImageFile(QString::fromLatin1(name))) << name;
+    CurrentSettings().ClassicTypesOnly = false;
     EXPECT_TRUE(IsImportFile(QStringLiteral("x.PCX")));
     EXPECT_TRUE(IsImportFile(QStringLiteral("x.tga")));
 

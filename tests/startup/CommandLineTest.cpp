@@ -66,6 +66,8 @@ TEST_F(CommandLineTest, EveryFormChoosesItsMode)
         {QStringLiteral("/pics/a.jpg"), fullFirst, StartMode::FullScreenImage, QStringLiteral("/pics/a.jpg"), QStringLiteral("/pics/a.jpg"), false},
         {QStringLiteral("FULLSCREEN /pics/a.gif"), plain, StartMode::FullScreenImage, QStringLiteral("/pics/a.gif"), QStringLiteral("/pics/a.gif"), false},
         {QStringLiteral("fullscreen   /pics/a.cur"), plain, StartMode::FullScreenImage, QStringLiteral("/pics/a.cur"), QStringLiteral("/pics/a.cur"), false},
+        {QStringLiteral("FULLSCREEN /pics/phone.HEIC"), plain, StartMode::FullScreenImage, QStringLiteral("/pics/phone.HEIC"), QStringLiteral("/pics/phone.HEIC"), false},
+        {QStringLiteral("/pics/shot.png"), fullFirst, StartMode::FullScreenImage, QStringLiteral("/pics/shot.png"), QStringLiteral("/pics/shot.png"), false},
         {QStringLiteral("LOADTIME FULLSCREEN /pics/a.gif"), plain, StartMode::FullScreenImage, QStringLiteral("/pics/a.gif"), QStringLiteral("/pics/a.gif"), false},
         {QStringLiteral("\"/shows/My Show.kav\""), plain, StartMode::SlideShow, {}, QStringLiteral("/shows/My Show.kav"), false},
         {QStringLiteral("SCRNSAVE /shows/a.kav"), plain, StartMode::ScreenSaver, {}, QStringLiteral("/shows/a.kav"), true},

@@ -3,6 +3,7 @@
 #include "platform/Display.h"
 #include "platform/SoundDevices.h"
 #include "runtime/Random.h"
+#include "settings/Settings.h"
 
 #include <QApplication>
 #include <QDir>
@@ -39,6 +40,7 @@ void KavoriTest::SetUp()
     m_recorder = recorder.get();
     m_previous = InstallPrompts(std::move(recorder));
     Randomize(20261122u);
+    ResetSettings();
     SetDisplayColorDepthOverride(32);
     SetSoundDevicesOverride(true, true);
 }

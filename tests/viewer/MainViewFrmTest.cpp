@@ -1,5 +1,7 @@
 #include "viewer/MainViewFrm.h"
 #include "imaging/ImageSaving.h"
+#include "imaging/ModernFiles.h"
+#include "imaging/PictureLoader.h"
 #include "platform/AppPaths.h"
 #include "platform/StartupState.h"
 #include "platform/UserSettings.h"
@@ -436,4 +438,81 @@ TEST_F(MainViewFrmTest, CommandLineRequestOverridesTheStartupDialog)
     w.runStartSequence();
     EXPECT_EQ(prompts().pickerCalls, QStringList({"openFile: Open Image"}));
     EXPECT_EQ(w.findChild<QDialog*>(QStringLiteral("frmAbout")), nullptr);
+}
+
+TEST_F(MainViewFrmTest, TodaysPicturesOpenFromEveryDoor)
+{
+    QImage photo(64, 48, QImage::Format_RGB32);
+    photo.fill(qRgb(30, 90, 200));
+    QString why;
+    const QString png =
+        writeFile(QStringLiteral("pics/a-shot.png"), kavori::test::EncodePng(photo, {}));
+    const QString webp =
+        writeFile(QStringLiteral("pics/b-web.webp"), kavori::test::EncodeWebp(photo, {}));
+    const QString jxl =
+        writeFile(QStringLiteral("pics/c-new.jxl"), kavori::test::EncodeJxl(photo, {}, &why));
+    makeImage(QStringLiteral("d-old.bmp"), Qt::red);
+
+    // On the command line: opened, not taken for a command.
+    CurrentStartup().CommandLine = png;
+    {
+        MainViewFrm w;
+        w.runStartSequence();
+        EXPECT_TRUE(prompts().texts().isEmpty()) << prompts().texts().join(u'|').toStdString();
+        EXPECT_EQ(w.document().currentFile(), png);
+        EXPECT_EQ(w.document().image().size(), QSize(64, 48));
+
+        // Browsing the folder passes through every type.
+        run(w, "mnuBrowseNext");
+        EXPECT_EQ(w.document().currentFile(), webp);
+        run(w, "mnuBrowseNext");
+        EXPECT_EQ(w.document().currentFile(), jxl);
+        run(w, "mnuBrowseNext");
+        EXPECT_EQ(FileNameOf(w.document().currentFile()), "d-old.bmp");
+
+        // The open dialog offers them and opens them.
+        prompts().files = {jxl};
+        run(w, "mnuOpen");
+        EXPECT_TRUE(prompts().pickerFilters.last().contains(QStringLiteral("*.jxl")));
+        EXPECT_EQ(w.windowTitle(), "Kavori - [c-new.jxl]");
+
+        // Saved as the save commands always save: JPEG or bitmap.
+        const QString asJpeg = root() + QStringLiteral("out/new.jpg");
+        const QString asBitmap = root() + QStringLiteral("out/new.bmp");
+        QDir().mkpath(root() + QStringLiteral("out"));
+        prompts().files = {asJpeg, asBitmap};
+        run(w, "mnuExportJPG");
+        run(w, "mnuExportBMP");
+        EXPECT_EQ(LoadPicture(asJpeg).size(), QSize(64, 48));
+        EXPECT_EQ(QColor(LoadPicture(asBitmap).pixel(10, 10)), QColor(30, 90, 200));
+
+        // Dropped, and damaged.
+        w.dropFile(webp);
+        EXPECT_EQ(w.document().currentFile(), webp);
+        prompts().clear();
+        const QString cut = writeFile(QStringLiteral("pics/cut.png"), readFile(png).left(60));
+        w.dropFile(cut);
+        EXPECT_EQ(prompts().texts(),
+                  QStringList({"Unable to open the image file:\r\n\r\n" + cut +
+                               "\r\n\r\nThe file may be damaged or is not a supported type..."}));
+        EXPECT_EQ(w.document().currentFile(), webp);
+    }
+
+    // Classic types only: as the program always was.
+    CurrentSettings().ClassicTypesOnly = true;
+    prompts().clear();
+    {
+        MainViewFrm w;
+        EXPECT_EQ(prompts().texts(), QStringList({"An invalid command (" + png +
+                                                  ") was passed at the command prompt..."}));
+        prompts().clear();
+        w.dropFile(webp);
+        EXPECT_EQ(
+            prompts().texts(),
+            QStringList({webp + "\r\n\r\nThis is not a supported image file, unable to open..."}));
+        prompts().files = {QString()};
+        run(w, "mnuOpen");
+        EXPECT_FALSE(prompts().pickerFilters.last().contains(QStringLiteral("*.png")));
+    }
+    CurrentStartup().CommandLine.clear();
 }
