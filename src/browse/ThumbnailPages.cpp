@@ -71,40 +71,35 @@ QStringList SortThumbnailFiles(QStringList files)
         QLocale(QLocale::English, QLocale::UnitedStates)); // numeric mode needs a real locale
     collator.setNumericMode(true);
     collator.setCaseSensitivity(Qt::CaseInsensitive);
-    auto byName = [&](const QString& a, const QString& b) {
-        return collator.compare(FileNameOf(a), FileNameOf(b)) < 0;
-    };
     const qint16 order = CurrentSettings().ThumbnailOrder;
-    if (order == 1 || order == 2) {
-        // Each file is asked about once, not at every comparison.
-        struct Keyed {
-            QString path;
-            qint64 key;
-        };
-        std::vector<Keyed> keyed;
-        keyed.reserve(size_t(files.size()));
-        for (const QString& f : std::as_const(files)) {
+    // Every key is made once per file, not at each comparison: thousands of files sort at once.
+    struct Keyed {
+        QString path;
+        qint64 number; // newest or largest first
+        QString type;
+        QCollatorSortKey name;
+    };
+    std::vector<Keyed> keyed;
+    keyed.reserve(size_t(files.size()));
+    for (const QString& f : std::as_const(files)) {
+        qint64 number = 0;
+        if (order == 1 || order == 2) {
             const QFileInfo info(f);
-            keyed.push_back(
-                {f, order == 1 ? info.lastModified().toMSecsSinceEpoch() : info.size()});
+            number = order == 1 ? info.lastModified().toMSecsSinceEpoch() : info.size();
         }
-        std::stable_sort(keyed.begin(), keyed.end(), [&](const Keyed& a, const Keyed& b) {
-            if (a.key != b.key)
-                return a.key > b.key;
-            return byName(a.path, b.path);
-        });
-        for (size_t i = 0; i < keyed.size(); ++i)
-            files[qsizetype(i)] = keyed[i].path;
-        return files;
+        keyed.push_back(
+            {f, number, order == 3 ? extensionOf(f) : QString(), collator.sortKey(FileNameOf(f))});
     }
-    std::stable_sort(files.begin(), files.end(), [&](const QString& a, const QString& b) {
-        if (order == 3) {
-            const int byType = QString::compare(extensionOf(a), extensionOf(b));
-            if (byType != 0)
-                return byType < 0;
-        }
-        return byName(a, b);
+    std::stable_sort(keyed.begin(), keyed.end(), [](const Keyed& a, const Keyed& b) {
+        if (a.number != b.number)
+            return a.number > b.number;
+        const int byType = QString::compare(a.type, b.type);
+        if (byType != 0)
+            return byType < 0;
+        return a.name.compare(b.name) < 0;
     });
+    for (size_t i = 0; i < keyed.size(); ++i)
+        files[qsizetype(i)] = keyed[i].path;
     return files;
 }
 
