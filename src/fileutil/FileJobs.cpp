@@ -253,17 +253,17 @@ QString RenameRefusal(int filesInFolder, const QString& selected, const QString&
     return {};
 }
 
-QString RenameFile(const QString& path)
+QString RenameFile(const QString& path, const QString& title)
 {
     QString suggestion = FileNameOf(path);
     for (;;) {
         const QString name =
-            InputBox(QStringLiteral("Enter a new name for the file:"), RenameTitle(), suggestion);
+            InputBox(QStringLiteral("Enter a new name for the file:"), title, suggestion);
         if (name.trimmed().isEmpty())
             return {};
         const RenameCheck check = CheckFileRename(path, name);
         if (!check.refusal.isEmpty()) {
-            MsgBox(check.refusal, vbExclamation, RenameTitle());
+            MsgBox(check.refusal, vbExclamation, title);
             // Characters no name may hold are asked for again; a taken or unchanged name ends.
             if (!check.refusal.startsWith(QLatin1String("A filename may not")))
                 return {};
@@ -274,7 +274,7 @@ QString RenameFile(const QString& path)
             MsgBox(QStringLiteral("Unable to rename the file:") + NewLine2() +
                        QDir::toNativeSeparators(path) + NewLine2() +
                        QStringLiteral("The file may be read-only or in use..."),
-                   vbExclamation, RenameTitle());
+                   vbExclamation, title);
             return {};
         }
         CopyDescriptionEntry(path, check.newPath);
@@ -283,7 +283,7 @@ QString RenameFile(const QString& path)
         if (MoveShowEntries(path, check.newPath) > 0)
             MsgBox(QStringLiteral("At least one of the selected file(s) is in the current slide "
                                   "show, the entry(s) were updated as a result..."),
-                   vbInformation, RenameTitle());
+                   vbInformation, title);
         return check.newPath;
     }
 }

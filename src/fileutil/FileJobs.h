@@ -60,8 +60,8 @@ bool DeleteEmptyFolder(const QString& folder, bool fromTree);
 // Renaming: the refusals, the prompt (again after a bad name) and the rename with its
 // followers. Returns the new path, or empty when nothing was renamed.
 QString RenameRefusal(int filesInFolder, const QString& selected, const QString& currentFile);
-QString RenameFile(const QString& path);
 QString RenameTitle();
+QString RenameFile(const QString& path, const QString& title = RenameTitle());
 
 // Asks for the name of a new folder below parent (again after a bad name), makes it and
 // returns its path; empty when none was made.

@@ -69,9 +69,10 @@ QVector<Volume> LogicalDrives()
         if (!info.isValid() || !info.isReady())
             continue;
         const QString device = QString::fromLocal8Bit(info.device());
-        drives.push_back(
-            {AddSlash(info.rootPath()), ClassifyVolume(QString::fromLatin1(info.fileSystemType()),
-                                                       device, removableDevice(device))});
+        drives.push_back({AddSlash(info.rootPath()),
+                          ClassifyVolume(QString::fromLatin1(info.fileSystemType()), device,
+                                         removableDevice(device)),
+                          info.name()});
     }
     return drives;
 }

@@ -13,6 +13,7 @@ enum class DriveType { Unknown = 0, Removable = 2, Fixed = 3, Remote = 4, CDRom 
 struct Volume {
     QString root; // ends in "/"
     DriveType type = DriveType::Unknown;
+    QString label; // the volume's name, empty when it has none
 };
 
 // The kind of a mounted volume from its file system and device: network file systems are

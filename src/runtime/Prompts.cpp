@@ -127,6 +127,12 @@ public:
         return QFileDialog::getOpenFileName(dialogParent(), title, folder, filter);
     }
 
+    QStringList openFiles(const QString& title, const QString& folder,
+                          const QString& filter) override
+    {
+        return QFileDialog::getOpenFileNames(dialogParent(), title, folder, filter);
+    }
+
     QString saveFile(const QString& title, const QString& path, const QString& filter) override
     {
         return QFileDialog::getSaveFileName(dialogParent(), title, path, filter);

@@ -41,6 +41,8 @@
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
 #include "startup/WaitFrm.h"
+#include "thumbs/BrowserCommands.h"
+#include "thumbs/ThumbnailCommands.h"
 
 #include <QAction>
 #include <QApplication>
@@ -107,6 +109,8 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     ConnectZipCommands(this);
     ConnectSaverCommands(this);
     ConnectPackageCommands(this);
+    ConnectThumbnailCommands(this);
+    ConnectBrowserCommands(this);
 
     m_statusText = new QLabel(this);
     m_statusText->setObjectName(QStringLiteral("lblStatus"));
@@ -532,8 +536,7 @@ void MainViewFrm::runStartSequence()
     else if (start.CommandLine.isEmpty() && IsImageFile(CurrentSettings().DefaultImage))
         openImage(CurrentSettings().DefaultImage);
 
-    // The request: the command line's, else the one the settings choose; the thumbnails are a
-    // subsystem of their own, not part of this window yet.
+    // The request: the command line's, else the one the settings choose.
     const qint16 request = m_startRequest != 0 ? m_startRequest : CurrentSettings().StartupDialog;
     switch (request) {
     case 1:
@@ -545,6 +548,14 @@ void MainViewFrm::runStartSequence()
     case 3:
         openDialog();
         break;
+    case 4: {
+        // The folder the command line named, else the current picture's.
+        QString folder = m_thumbnailFolder;
+        if (folder.isEmpty() && IsFullPath(m_document.currentFile()))
+            folder = FolderOf(m_document.currentFile());
+        OpenThumbnailBrowser(this, folder);
+        break;
+    }
     case 5: {
         auto* dialog = new frmLanguage(this);
         dialog->setAttribute(Qt::WA_DeleteOnClose);

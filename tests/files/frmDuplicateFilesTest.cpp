@@ -37,7 +37,7 @@ protected:
         writeFile(c + QStringLiteral("song.mp3"), "sound");
         writeFile(d + QStringLiteral("SONG.MP3"), "sound");
         SetLogicalDrivesOverride(QVector<Volume>{
-            {c, DriveType::Fixed}, {d, DriveType::Removable}, {e, DriveType::CDRom}});
+            {c, DriveType::Fixed, {}}, {d, DriveType::Removable, {}}, {e, DriveType::CDRom, {}}});
     }
     void TearDown() override
     {

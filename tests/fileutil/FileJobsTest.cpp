@@ -200,7 +200,7 @@ TEST_F(FileJobsTest, DeleteImagesAndFolders)
               "This directory is empty:\r\n\r\n" + empty + "/\r\n\r\nWould you like to delete it?");
 
     prompts().clear();
-    SetLogicalDrivesOverride(QVector<Volume>{{dst, DriveType::Fixed}});
+    SetLogicalDrivesOverride(QVector<Volume>{{dst, DriveType::Fixed, {}}});
     EXPECT_FALSE(DeleteEmptyFolder(QStringLiteral("/"), false));
     EXPECT_FALSE(DeleteEmptyFolder(dst, false));
     SetLogicalDrivesOverride(std::nullopt);
