@@ -392,3 +392,24 @@ TEST_F(ImageLoadingTest, HeadersClaimingMoreThanTheirDataAreRefusedBeforeAllocat
     EXPECT_FALSE(DecodePcx(Pcx("8bit")).isNull());
     EXPECT_FALSE(DecodeTga(Tga("rle24")).isNull());
 }
+
+TEST_F(ImageLoadingTest, MetafilesTheConverterWouldMisreadAreRefused)
+{
+    // Found by the fuzzer: a 123-byte EMF whose header's description runs past the header;
+    // the converter read it past the end of the file. It never reaches the converter now.
+    const QByteArray overrun = QByteArray::fromBase64(
+        "AQAAAGwAAAAAtgAAAAAAAGMAAAAxAAB1bmlFRkUzAABVCgAAKgUAACBFTUYAAAEAyAAAADQEAAD8AAAAAAAAAHsA"
+        "AAAAAIBgwAcANlwEACcAAAAYAAD///7/////////////////AAEAAAAUAAAAAAAAABAAAAAUAAAA");
+    EXPECT_TRUE(EmfToSvg(overrun).isEmpty());
+    EXPECT_FALSE(EmfSize(overrun).isValid());
+
+    // Records that do not fit the file, and a file cut before its end record, likewise.
+    const QByteArray good = RedEmf();
+    ASSERT_FALSE(EmfToSvg(good).isEmpty());
+    EXPECT_TRUE(EmfToSvg(good.left(good.size() - 20)).isEmpty());
+    QByteArray oversized = good;
+    qToLittleEndian<quint32>(quint32(good.size()) * 4,
+                             reinterpret_cast<uchar*>(oversized.data()) + 4 +
+                                 qFromLittleEndian<quint32>(good.constData() + 4));
+    EXPECT_TRUE(EmfToSvg(oversized).isEmpty());
+}
