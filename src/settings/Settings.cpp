@@ -19,6 +19,11 @@ QString PackageSection()
     return QStringLiteral("Package");
 }
 
+QString ExportSection()
+{
+    return QStringLiteral("Export");
+}
+
 Settings& CurrentSettings()
 {
     static Settings settings;

@@ -18,6 +18,7 @@ void WriteDescriptionLook();  // the default description look (SlideDesc... keys
 void WriteFavoriteShows();
 void WriteRecentFiles();     // Recent1..Recent7 and MoreRecentFiles1..MoreRecentFiles20
 void WritePackageSettings(); // section "Package"
+void WriteExportSettings();  // section "Export"
 // Any keys of the catalogue, by name.
 void WriteSettingsKeys(const QStringList& keys);
 
