@@ -42,12 +42,13 @@ QString EncoderChain(VideoFormat format, const QSize& size, int fps, QString* mi
         }
         // Real-time speed at a constant quality, capped at a rate that keeps detailed photos
         // sharp: a slide stands still most of the time, so the size follows what moves.
-        return QStringLiteral("video. ! queue ! videoconvert ! video/x-raw,format=I420 ! "
-                              "vp9enc deadline=1 cpu-used=8 end-usage=cq cq-level=20 "
-                              "target-bitrate=%2 row-mt=true keyframe-max-dist=%1 ! queue ! "
-                              "webmmux name=mux ! filesink name=sink "
-                              "audio. ! queue ! audioconvert ! opusenc bitrate=128000 ! queue ! "
-                              "mux.")
+        return QStringLiteral(
+                   "video. ! queue ! videoconvert n-threads=2 ! video/x-raw,format=I420 ! "
+                   "vp9enc deadline=1 cpu-used=8 end-usage=cq cq-level=20 "
+                   "target-bitrate=%2 row-mt=true keyframe-max-dist=%1 ! queue ! "
+                   "webmmux name=mux ! filesink name=sink "
+                   "audio. ! queue ! audioconvert ! opusenc bitrate=128000 ! queue ! "
+                   "mux.")
             .arg(keyframes)
             .arg(bitrate);
     }
@@ -68,7 +69,7 @@ QString EncoderChain(VideoFormat format, const QSize& size, int fps, QString* mi
     }
     // High profile 4:2:0 plays on every phone and browser; the index goes to the front so a
     // web page can start playing before the whole file has come.
-    return QStringLiteral("video. ! queue ! videoconvert ! video/x-raw,format=I420 ! "
+    return QStringLiteral("video. ! queue ! videoconvert n-threads=2 ! video/x-raw,format=I420 ! "
                           "x264enc speed-preset=superfast pass=qual quantizer=20 key-int-max=%1 ! "
                           "video/x-h264,profile=high ! h264parse ! queue ! "
                           "mp4mux name=mux faststart=true ! filesink name=sink "
