@@ -9,6 +9,7 @@ PACKAGES=(
     qt6-svg-dev qt6-multimedia-dev qt6-image-formats-plugins qt6-qpa-plugins
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad
     gstreamer1.0-plugins-ugly gstreamer1.0-libav
+    libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev gstreamer1.0-tools
     libwmf-dev libemf2svg-dev libzip-dev
     libfluidsynth-dev timgm6mb-soundfont
     libavif-dev libheif-dev libjxl-dev

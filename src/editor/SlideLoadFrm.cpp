@@ -10,6 +10,7 @@
 #include "frmAdvDescription.h"
 #include "frmDescription.h"
 #include "frmEditSounds.h"
+#include "frmExportVideo.h"
 #include "frmPlaybackOptions.h"
 #include "frmSlideDup.h"
 #include "frmSlideInfo.h"
@@ -305,6 +306,9 @@ void SlideLoadFrm::buildMenus()
         }
         play(CurrentSettings().ImageLastDisplayed);
     });
+    show->addSeparator();
+    action(show, "mnuExportVideo", QStringLiteral("Export to &Video..."),
+           [this] { frmExportVideo::Edit(this); });
     buildDescriptionMenu(bar);
 }
 

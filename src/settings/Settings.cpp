@@ -24,6 +24,11 @@ QString ExtrasSection()
     return QStringLiteral("Extras");
 }
 
+QString ExportSection()
+{
+    return QStringLiteral("Export");
+}
+
 Settings& CurrentSettings()
 {
     static Settings settings;

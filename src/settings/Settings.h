@@ -161,6 +161,13 @@ struct Settings {
 
     // Section "Extras": what the program offers beyond its classic behaviour
     bool ClassicTypesOnly = false; // open only the twelve classic picture types
+
+    // Section "Export": the video export's last choices.
+    qint16 ExportFormat = 0;     // 0 MP4, 1 WebM
+    qint16 ExportSize = 1;       // 0 720p, 1 1080p, 2 4K
+    qint16 ExportFrameRate = 30; // 25, 30 or 60
+    qint32 ExportSeed = 1;       // the seed of random order and transitions in the video
+    QString ExportFile;          // the last video file made
 };
 
 // The settings file, "KAVORI.INI" in the program's folder, and its sections.
@@ -168,6 +175,7 @@ QString SettingsFilePath();
 QString ViewerSection();
 QString PackageSection();
 QString ExtrasSection();
+QString ExportSection();
 
 // The one settings object of the process.
 Settings& CurrentSettings();

@@ -350,6 +350,14 @@ Catalogue buildCatalogue()
     // Keys of our own live apart, so the classic sections stay as they always were.
     c.section = ExtrasSection();
     c.flag("ClassicTypesOnly", &S::ClassicTypesOnly, false);
+
+    c.section = ExportSection();
+    c.choice("ExportFormat", &S::ExportFormat, 0, 1);
+    c.choice("ExportSize", &S::ExportSize, 0, 2, 1);
+    c.number("ExportFrameRate", &S::ExportFrameRate, 30,
+             [](qint16 v) { return v == 25 || v == 30 || v == 60 ? v : qint16(30); });
+    c.number32("ExportSeed", &S::ExportSeed, 1, fallback<qint32>(0, INT_MAX, 1));
+    c.text("ExportFile", &S::ExportFile);
     return c;
 }
 
@@ -536,6 +544,11 @@ void WritePackageSettings()
     WriteSettingsKeys(
         split("PackageName PackageSource PackageDestination PackageSize PackageRuntime "
               "PackageScreenSaver PackageDefaultSaver PackageShortcut PackageAutorun"));
+}
+
+void WriteExportSettings()
+{
+    WriteSettingsKeys(split("ExportFormat ExportSize ExportFrameRate ExportSeed ExportFile"));
 }
 
 QString RecentFileCaption(const QString& path)

@@ -21,6 +21,7 @@ void WriteFavoriteShows();
 void WriteRecentFiles();     // Recent1..Recent7 and MoreRecentFiles1..MoreRecentFiles20
 void WritePackageSettings(); // section "Package"
 void WriteExtras();          // section "Extras"
+void WriteExportSettings();  // section "Export"
 // Any keys of the catalogue, by name.
 void WriteSettingsKeys(const QStringList& keys);
 

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QByteArray>
+#include <QImage>
+#include <QString>
+#include <QVector>
+
+namespace kavori::test {
+
+// A mono 16-bit wave of a sine tone.
+QByteArray MakeToneWave(int milliseconds, int rate = 22050, double hertz = 440.0);
+
+// Every frame of a video file, decoded to 32-bit RGB.
+QVector<QImage> DecodeVideoFrames(const QString& path);
+
+// What GStreamer's discoverer says of a file: the caps of its streams and its length.
+struct Discovered {
+    bool ok = false;
+    QString videoCaps;
+    QString audioCaps;
+    qint64 duration = 0; // microseconds
+    int width = 0;
+    int height = 0;
+    double frameRate = 0;
+};
+Discovered Discover(const QString& path);
+
+// Peak signal-to-noise ratio of b against a over R, G and B, in dB (1000 when equal).
+double Psnr(const QImage& a, const QImage& b);
+
+} // namespace kavori::test
