@@ -784,13 +784,15 @@ bool frmThumbnail::eventFilter(QObject* watched, QEvent* event)
     for (int i = 0; i < m_pageSize; ++i) {
         if (watched != m_cells[size_t(i)])
             continue;
-        auto* mouse = static_cast<QMouseEvent*>(event);
-        if (event->type() == QEvent::MouseButtonPress && mouse->button() == Qt::LeftButton) {
-            previewCell(i, mouse->modifiers() & Qt::ControlModifier);
-            return true;
-        }
-        if (event->type() == QEvent::MouseButtonDblClick && mouse->button() == Qt::LeftButton) {
-            openCell(i);
+        const bool press = event->type() == QEvent::MouseButtonPress;
+        if (press || event->type() == QEvent::MouseButtonDblClick) {
+            auto* mouse = static_cast<QMouseEvent*>(event);
+            if (mouse->button() != Qt::LeftButton)
+                break;
+            if (press)
+                previewCell(i, mouse->modifiers() & Qt::ControlModifier);
+            else
+                openCell(i);
             return true;
         }
         if (event->type() == QEvent::ContextMenu) {
