@@ -8,6 +8,7 @@
 #include "ImageView.h"
 #include "RecentFiles.h"
 #include "StartRequest.h"
+#include "SystemCommands.h"
 #include "editor/EditorCommands.h"
 #include "editor/SlideLoadFrm.h"
 #include "files/FileCommands.h"
@@ -118,6 +119,7 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     ConnectEditorCommands(this);
     ConnectFileCommands(this);
     ConnectZipCommands(this);
+    ConnectSystemCommands(this);
     ConnectSaverCommands(this);
     ConnectPackageCommands(this);
 
