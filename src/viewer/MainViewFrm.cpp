@@ -12,6 +12,7 @@
 #include "editor/EditorCommands.h"
 #include "editor/SlideLoadFrm.h"
 #include "files/FileCommands.h"
+#include "files/RemovableCommands.h"
 #include "files/ZipCommands.h"
 #include "frmPreferences.h"
 #include "frmTip.h"
@@ -119,6 +120,7 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     ConnectEditorCommands(this);
     ConnectFileCommands(this);
     ConnectZipCommands(this);
+    ConnectRemovableCommands(this);
     ConnectSystemCommands(this);
     ConnectSaverCommands(this);
     ConnectPackageCommands(this);
