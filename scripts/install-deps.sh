@@ -9,7 +9,7 @@ PACKAGES=(
     qt6-svg-dev qt6-multimedia-dev qt6-image-formats-plugins qt6-qpa-plugins
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad
     gstreamer1.0-plugins-ugly gstreamer1.0-libav
-    libwmf-dev libemf2svg-dev libzip-dev
+    libwmf-dev libemf2svg-dev libzip-dev breeze-icon-theme
     libfluidsynth-dev timgm6mb-soundfont
     libgtest-dev libgmock-dev googletest libbenchmark-dev libjpeg62-turbo-dev
     xvfb xauth x11-utils x11-apps xscreensaver

@@ -124,6 +124,7 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     ConnectSystemCommands(this);
     ConnectSaverCommands(this);
     ConnectPackageCommands(this);
+    ApplyCommandIcons(this);
 
     m_statusText = new QLabel(this);
     m_statusText->setObjectName(QStringLiteral("lblStatus"));
