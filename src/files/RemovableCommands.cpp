@@ -105,23 +105,6 @@ void copyWholeMedium(MainViewFrm* window)
 
 void ConnectRemovableCommands(MainViewFrm* window)
 {
-    // The floppy drive is gone from today's computers; the same commands serve what replaced it.
-    const struct {
-        const char* name;
-        const char* caption;
-    } captions[] = {
-        {"mnuFloppy", "Removable Dis&k"},
-        {"mnuCopyImgToFloppy", "&Copy Images to Removable Disk..."},
-        {"mnuCopyFromFloppy", "Copy Images &from Removable Disk..."},
-        {"mnuDelImgOnFloppy", "&Delete Images on Removable Disk..."},
-        {"mnuDiskcopyFloppy", "Co&py Whole Removable Disk..."},
-        {"mnuFormatFloppy", "F&ormat Removable Disk..."},
-    };
-    for (const auto& c : captions) {
-        if (auto* action = window->findChild<QAction*>(QString::fromLatin1(c.name)))
-            action->setText(QString::fromLatin1(c.caption));
-    }
-
     EnableCommand(window, "mnuCopyImgToFloppy", [window] {
         const QString medium = chooseMedium(QStringLiteral("Copy Images to Removable Disk"));
         if (medium.isEmpty())

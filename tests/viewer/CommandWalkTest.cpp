@@ -4,6 +4,8 @@
 #include "viewer/MainViewFrm.h"
 
 #include <QAction>
+#include <QIcon>
+#include <QImage>
 #include <QMenu>
 #include <QMenuBar>
 #include <QSet>
@@ -36,6 +38,16 @@ protected:
                     all << a;
         return all;
     }
+    // The most opaque pixel of a picture (a point of its drawing).
+    static QPoint inkAt(const QImage& image)
+    {
+        QPoint best;
+        for (int y = 0; y < image.height(); ++y)
+            for (int x = 0; x < image.width(); ++x)
+                if (qAlpha(image.pixel(x, y)) > qAlpha(image.pixel(best)))
+                    best = QPoint(x, y);
+        return best;
+    }
 };
 
 // A new user's first look: which commands are greyed out. Only those whose state says so and
@@ -50,8 +62,17 @@ TEST_F(CommandWalkTest, OnlyStateDependentAndUnbuiltCommandsAreDisabled)
     for (QAction* a : walk(window)) {
         if (!a->isVisible())
             continue; // empty recent-file and open-with slots are hidden, not greyed
-        if (!a->isEnabled())
+        if (!a->isEnabled()) {
             disabled << a->objectName();
+            // A greyed command's icon is visibly fainter than its normal one.
+            const QImage off = a->icon().pixmap(16, 16, QIcon::Disabled).toImage();
+            const QImage on = a->icon().pixmap(16, 16, QIcon::Normal).toImage();
+            if (!off.isNull() && !on.isNull()) {
+                const QPoint ink = inkAt(on);
+                EXPECT_LT(qAlpha(off.pixel(ink)), qAlpha(on.pixel(ink)) / 2)
+                    << a->objectName().toStdString();
+            }
+        }
         if (a->icon().isNull() || a->icon().pixmap(16, 16).isNull())
             noIcon << a->objectName();
     }
