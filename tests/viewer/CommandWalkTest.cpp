@@ -85,9 +85,6 @@ TEST_F(CommandWalkTest, OnlyStateDependentAndUnbuiltCommandsAreDisabled)
         "mnuQuickCopy11", "mnuQuickCopy12", "mnuQuickMove1", "mnuQuickMove2", "mnuQuickMove3",
         "mnuQuickMove4", "mnuQuickMove5", "mnuQuickMove6", "mnuQuickMove7", "mnuQuickMove8",
         "mnuQuickMove9", "mnuQuickMove10", "mnuQuickMove11", "mnuQuickMove12",
-        // Being built: the thumbnail browser and the file browser pane.
-        "mnuFileBrowser", "mnuThumbnailBrowse", "mnuThumbnailSelect", "btnFile", "btnThumbnail",
-        "btntBrowser",
         // Being built: desktop integration (wallpaper, open-with programs).
         "mnuSetWallpaper", "mnuLoadWallpaper", "mnuClearWallpaper", "mnuTileImage",
         "mnuSelectProgram", "mnuSelectProgram2", "mnuSelectProgram3", "mnuSelectProgram4",
