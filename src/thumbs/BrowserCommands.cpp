@@ -62,6 +62,13 @@ void ConnectBrowserCommands(MainViewFrm* window)
     // The divider is placed once the pane has its height.
     QTimer::singleShot(0, pane, [pane, bar] { pane->setBarTwips(bar); });
     window->installEventFilter(new PaneKeeper(dock, pane));
+    // While the pane is shown its list follows the picture in the window, so the pane opened
+    // beside a picture starts in that picture's folder.
+    QObject::connect(window, &MainViewFrm::currentFileChanged, pane,
+                     [dock, pane](const QString& path) {
+                         if (!dock->isHidden())
+                             pane->showFile(path);
+                     });
 
     QAction* command = window->menus().action(QStringLiteral("mnuFileBrowser"));
     if (!command)
@@ -81,6 +88,7 @@ void ConnectBrowserCommands(MainViewFrm* window)
             const qint32 twips =
                 settings.FileBrowserWidth < 0 ? kDefaultWidthTwips : settings.FileBrowserWidth;
             window->resizeDocks({dock}, {TwipsToPixels(twips)}, Qt::Horizontal);
+            pane->showFile(window->document().currentFile());
         }
     });
 }

@@ -95,10 +95,36 @@ void frmFileBrowser::setFolder(const QString& folder)
             auto* item = new QListWidgetItem(FileNameOf(path), m_list);
             item->setData(kPathRole, path);
         }
+        selectWanted();
         Q_EMIT folderListed();
     });
     const QString listed = m_folder;
     watcher->setFuture(QtConcurrent::run([listed] { return picturesOf(listed); }));
+}
+
+void frmFileBrowser::showFile(const QString& path)
+{
+    if (path.isEmpty())
+        return;
+    m_wantedFile = path;
+    const QString folder = AddSlash(FolderOf(path));
+    if (folder.compare(m_folder, Qt::CaseInsensitive) != 0)
+        setFolder(folder);
+    else if (m_listing == 0)
+        selectWanted();
+}
+
+void frmFileBrowser::selectWanted()
+{
+    for (int row = 0; row < m_list->count(); ++row) {
+        QListWidgetItem* item = m_list->item(row);
+        if (item->data(kPathRole).toString().compare(m_wantedFile, Qt::CaseInsensitive) == 0) {
+            m_list->setCurrentItem(item);
+            m_list->scrollToItem(item);
+            break;
+        }
+    }
+    m_wantedFile.clear();
 }
 
 void frmFileBrowser::openItem()

@@ -25,6 +25,8 @@ public:
     // Lists a folder's pictures (read aside; the list fills when they are known).
     void setFolder(const QString& folder);
     QString folder() const { return m_folder; }
+    // Lists the folder of a file (unless it is listed already) and selects the file in it.
+    void showFile(const QString& path);
     bool isListing() const { return m_listing > 0; }
     bool drivesAdded() const { return m_drivesAdded; }
 
@@ -37,6 +39,7 @@ Q_SIGNALS:
 
 private:
     void openItem();
+    void selectWanted();
 
     MainViewFrm* m_window = nullptr;
     FolderTree* m_tree = nullptr;
@@ -44,6 +47,7 @@ private:
     QListWidget* m_list = nullptr;
     QSplitter* m_divider = nullptr;
     QString m_folder;
+    QString m_wantedFile; // selected once its folder is listed
     int m_listing = 0;
     int m_listJob = 0;
     bool m_drivesAdded = false;

@@ -339,6 +339,10 @@ void MainViewFrm::showDocument()
     m_view->setHint(m_document.hasImage()
                         ? QString()
                         : EmptyWindowHint(!CurrentSettings().Recent[0].isEmpty()));
+    if (m_document.currentFile() != m_shownFile) {
+        m_shownFile = m_document.currentFile();
+        Q_EMIT currentFileChanged(m_shownFile);
+    }
 }
 
 bool MainViewFrm::openImage(const QString& path)

@@ -51,6 +51,10 @@ public:
     // The request the command line made of the window (0 none).
     qint16 startRequest() const { return m_startRequest; }
 
+Q_SIGNALS:
+    // The picture shown is now another file (empty when none is shown).
+    void currentFileChanged(const QString& path);
+
 protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
@@ -76,6 +80,7 @@ private:
     void prefetchNeighbours();
     void connectCommands();
     void showDocument();
+    QString m_shownFile; // the file currentFileChanged last named
     void runEdit(const QString& undoCaption,
                  const std::function<EditResult(const QImage&)>& command);
     void browse(BrowseStep step);

@@ -123,9 +123,25 @@ TEST_F(frmFileBrowserTest, ThePaneBesideThePictureOpensPicturesOfTheChosenPlace)
     command->trigger();
     EXPECT_FALSE(dock->isVisible());
     EXPECT_FALSE(CurrentSettings().ShowFileBrowser);
+    // Shown again, the pane lists the folder of the picture opened meanwhile, with it selected;
+    // while shown it follows the window's picture.
+    QImage picture(20, 10, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    ASSERT_TRUE(picture.save(stick + "Holidays/x.bmp", "BMP"));
+    ASSERT_TRUE(picture.save(stick + "Holidays/y.bmp", "BMP"));
+    ASSERT_TRUE(w.openImage(stick + "Holidays/y.bmp"));
     command->trigger();
     EXPECT_TRUE(dock->isVisible());
     EXPECT_TRUE(CurrentSettings().ShowFileBrowser);
+    ASSERT_TRUE(QTest::qWaitFor([pane] { return !pane->isListing(); }, 5000));
+    EXPECT_EQ(pane->folder(), stick + "Holidays/");
+    ASSERT_NE(list->currentItem(), nullptr);
+    EXPECT_EQ(list->currentItem()->text(), "y.bmp");
+    ASSERT_TRUE(w.openImage(slides + "a.bmp"));
+    ASSERT_TRUE(QTest::qWaitFor([pane] { return !pane->isListing(); }, 5000));
+    EXPECT_EQ(pane->folder(), slides);
+    ASSERT_NE(list->currentItem(), nullptr);
+    EXPECT_EQ(list->currentItem()->text(), "a.bmp");
     pane->setBarTwips(1500);
     EXPECT_NEAR(pane->barTwips(), 1500, 30);
     w.close();
