@@ -2,6 +2,7 @@
 
 #include "platform/Display.h"
 #include "platform/SoundDevices.h"
+#include "platform/StartupState.h"
 #include "runtime/Random.h"
 #include "settings/Settings.h"
 
@@ -41,6 +42,7 @@ void KavoriTest::SetUp()
     m_previous = InstallPrompts(std::move(recorder));
     Randomize(20261122u);
     ResetSettings();
+    ResetStartup(); // a command line one test set must not reach the next
     SetDisplayColorDepthOverride(32);
     SetSoundDevicesOverride(true, true);
 }
