@@ -54,8 +54,6 @@ protected:
 // those whose feature is still being built may be; the list shrinks as features land.
 TEST_F(CommandWalkTest, OnlyStateDependentAndUnbuiltCommandsAreDisabled)
 {
-    ResetSettings();
-    ResetStartup();
     MainViewFrm window;
     QStringList disabled;
     QStringList noIcon;
