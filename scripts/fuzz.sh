@@ -11,7 +11,7 @@ shift
 out=build-fuzz
 targets=("$@")
 if [ ${#targets[@]} -eq 0 ]; then
-    targets=(ini list_input show description program_files jpeg pcx tga bmp metafile mci)
+    targets=(ini list_input show description program_files jpeg pcx tga bmp metafile mci modern)
 fi
 
 if [ ! -f "$out/CMakeCache.txt" ]; then
