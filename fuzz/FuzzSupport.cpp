@@ -1,6 +1,6 @@
 #include "FuzzSupport.h"
 
-#include "runtime/Prompts.h"
+#include "runtime/UnattendedPrompts.h"
 
 #include <QApplication>
 #include <QDir>
@@ -10,25 +10,6 @@
 namespace kavori::fuzz {
 
 namespace {
-
-// Answers every question with its first button and every picker with "cancelled".
-class SilentPrompts : public Prompts {
-public:
-    int msgBox(const QString&, int, const QString&) override { return 1; }
-    std::optional<QString> inputBox(const QString&, const QString&, const QString&) override
-    {
-        return std::nullopt;
-    }
-    QString openFile(const QString&, const QString&, const QString&) override { return {}; }
-    QString saveFile(const QString&, const QString&, const QString&) override { return {}; }
-    QString chooseFolder(const QString&, const QString&) override { return {}; }
-    std::optional<QString> chooseItem(const QString&, const QString&, const QStringList&) override
-    {
-        return std::nullopt;
-    }
-    std::optional<QColor> chooseColor(const QColor&) override { return std::nullopt; }
-    std::optional<QFont> chooseFont(const QFont&) override { return std::nullopt; }
-};
 
 QTemporaryDir& Scratch()
 {
@@ -46,7 +27,7 @@ void StartQt()
     static char name[] = "kavori-fuzz";
     static char* argv[] = {name, nullptr};
     static QApplication app(argc, argv);
-    InstallPrompts(std::make_unique<SilentPrompts>());
+    InstallPrompts(MakeUnattendedPrompts());
 }
 
 QString ScratchFolder()

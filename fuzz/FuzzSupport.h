@@ -8,7 +8,7 @@
 namespace kavori::fuzz {
 
 // Every target starts the same way: an offscreen Qt application, the program's folder in a
-// private scratch folder ($KAVORI_HOME), and questions answered silently with their first
+// private scratch folder ($KAVORI_HOME), and questions answered silently with their default
 // button, so nothing waits for a user.
 void StartQt();
 

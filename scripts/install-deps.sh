@@ -10,7 +10,7 @@ PACKAGES=(
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad
     gstreamer1.0-plugins-ugly gstreamer1.0-libav
     libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev gstreamer1.0-tools
-    libwmf-dev libemf2svg-dev libzip-dev
+    libwmf-dev libemf2svg-dev libzip-dev breeze-icon-theme
     libfluidsynth-dev timgm6mb-soundfont
     libavif-dev libheif-dev libjxl-dev
     libheif-examples libavif-bin libjxl-tools

@@ -3,7 +3,7 @@
 // The program's own command line stays as it is; this is a program of its own beside it.
 #include "export/ShowExport.h"
 #include "runtime/MsgBox.h"
-#include "runtime/Prompts.h"
+#include "runtime/UnattendedPrompts.h"
 #include "settings/SettingsCatalogue.h"
 #include "slideshow/SlideShowFile.h"
 
@@ -16,32 +16,6 @@
 namespace {
 
 using namespace kavori;
-
-// Messages go to the standard error and are answered with their default button; there is no
-// one to pick files.
-class ConsolePrompts final : public Prompts {
-public:
-    int msgBox(const QString& text, int style, const QString&) override
-    {
-        QString line = text;
-        line.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-        std::fprintf(stderr, "%s\n", qPrintable(line));
-        return DefaultAnswer(style);
-    }
-    std::optional<QString> inputBox(const QString&, const QString&, const QString&) override
-    {
-        return std::nullopt;
-    }
-    QString openFile(const QString&, const QString&, const QString&) override { return {}; }
-    QString saveFile(const QString&, const QString&, const QString&) override { return {}; }
-    QString chooseFolder(const QString&, const QString&) override { return {}; }
-    std::optional<QString> chooseItem(const QString&, const QString&, const QStringList&) override
-    {
-        return std::nullopt;
-    }
-    std::optional<QColor> chooseColor(const QColor&) override { return std::nullopt; }
-    std::optional<QFont> chooseFont(const QFont&) override { return std::nullopt; }
-};
 
 } // namespace
 
@@ -58,7 +32,13 @@ int main(int argc, char* argv[])
         std::fprintf(stderr, "%s\n%s\n", qPrintable(command.error), qPrintable(ExportUsage()));
         return 2;
     }
-    InstallPrompts(std::make_unique<ConsolePrompts>());
+    // Messages go to the standard error and are answered with their default button; there is
+    // no one to pick files.
+    InstallPrompts(MakeUnattendedPrompts([](const QString& text) {
+        QString line = text;
+        line.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+        std::fprintf(stderr, "%s\n", qPrintable(line));
+    }));
     LoadSettings();
     if (!ReadSlideShow(command.show))
         return 1;

@@ -37,7 +37,98 @@ bool removableDevice(const QString& device)
     return false;
 }
 
+struct MountOverride {
+    std::optional<QString> table;
+    QStringList removable;
+};
+MountOverride& mountOverride()
+{
+    static MountOverride o;
+    return o;
+}
+
+// "\040" and the other octal escapes of the mount table, back to their characters.
+QString unescapeMountField(const QString& field)
+{
+    const QByteArray in = field.toUtf8();
+    QByteArray out;
+    for (qsizetype i = 0; i < in.size(); ++i) {
+        const QByteArray digits = in.mid(i + 1, 3);
+        bool octal = in[i] == '\\' && digits.size() == 3;
+        for (const char c : digits)
+            octal = octal && c >= '0' && c <= '7';
+        if (octal) {
+            out += char(digits.toInt(nullptr, 8));
+            i += 3;
+        } else {
+            out += in[i];
+        }
+    }
+    return QString::fromUtf8(out);
+}
+
 } // namespace
+
+QVector<MountEntry> ParseMountTable(const QString& table)
+{
+    QVector<MountEntry> entries;
+    for (const QString& line : table.split(u'\n')) {
+        const QStringList fields = line.split(u' ', Qt::SkipEmptyParts);
+        if (fields.size() < 3 || fields[0].startsWith(u'#'))
+            continue;
+        entries.push_back({unescapeMountField(fields[0]), unescapeMountField(fields[1]),
+                           unescapeMountField(fields[2])});
+    }
+    return entries;
+}
+
+QVector<RemovableMedium>
+RemovableMediaIn(const QString& mountTable,
+                 const std::function<bool(const QString&)>& isRemovableDevice)
+{
+    QVector<RemovableMedium> media;
+    QStringList seen;
+    for (const MountEntry& m : ParseMountTable(mountTable)) {
+        // Only real devices hold media: no proc, sysfs, tmpfs, overlay or network mounts.
+        if (!m.device.startsWith(QLatin1String("/dev/")) || m.mountPoint == QLatin1String("/"))
+            continue;
+        const bool flagged = isRemovableDevice && isRemovableDevice(m.device);
+        const DriveType type = ClassifyVolume(m.fileSystemType, m.device, flagged);
+        // The folders desktops mount what the user plugs in at (/mnt is left out: fixed disks
+        // are mounted there too).
+        const QString folder = QDir::cleanPath(m.mountPoint);
+        const bool desktopMedium = !folder.startsWith(QLatin1String("/mnt/")) &&
+                                   RemovableMediumOf(folder + QStringLiteral("/x")) == folder;
+        if (type != DriveType::Removable && type != DriveType::CDRom && !desktopMedium)
+            continue;
+        const QString root = AddSlash(QDir::cleanPath(m.mountPoint));
+        if (seen.contains(root))
+            continue;
+        seen << root;
+        media.push_back({root, RemovableMediumName(root),
+                         type == DriveType::CDRom ? DriveType::CDRom : DriveType::Removable});
+    }
+    return media;
+}
+
+QVector<RemovableMedium> RemovableMedia()
+{
+    const MountOverride& o = mountOverride();
+    if (o.table) {
+        const QStringList removable = o.removable;
+        return RemovableMediaIn(*o.table,
+                                [removable](const QString& d) { return removable.contains(d); });
+    }
+    QFile mounts(QStringLiteral("/proc/self/mounts"));
+    if (!mounts.open(QIODevice::ReadOnly))
+        return {};
+    return RemovableMediaIn(QString::fromUtf8(mounts.readAll()), removableDevice);
+}
+
+void SetMountTableOverride(std::optional<QString> table, const QStringList& removableDevices)
+{
+    mountOverride() = {std::move(table), removableDevices};
+}
 
 DriveType ClassifyVolume(const QString& fileSystemType, const QString& device, bool removable)
 {

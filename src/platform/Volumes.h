@@ -3,6 +3,7 @@
 #include <QString>
 #include <QVector>
 
+#include <functional>
 #include <optional>
 
 namespace kavori {
@@ -37,5 +38,36 @@ QString RemovableMediumOf(const QString& path);
 
 // The name a user knows the medium by: the last part of its mount folder.
 QString RemovableMediumName(const QString& mediumFolder);
+
+// One line of the system's mount table (/proc/self/mounts): octal escapes ("\040" for a
+// space) are undone.
+struct MountEntry {
+    QString device;
+    QString mountPoint;
+    QString fileSystemType;
+};
+QVector<MountEntry> ParseMountTable(const QString& table);
+
+// A medium the user can take out: a USB stick, a memory card, a disc.
+struct RemovableMedium {
+    QString root; // its mount folder, ending in "/"
+    QString name; // what the user knows it by: the last part of that folder
+    DriveType type = DriveType::Removable;
+};
+
+// The removable media of a mount table: a block device the kernel calls removable
+// (isRemovableDevice answers for "/dev/sdb1"), a disc file system, or a device the desktop
+// mounted under /media or /run/media (a USB disk that calls itself fixed). System and network
+// file systems never count. In the table's order, each mount folder once.
+QVector<RemovableMedium>
+RemovableMediaIn(const QString& mountTable,
+                 const std::function<bool(const QString&)>& isRemovableDevice);
+
+// The removable media in now, from /proc/self/mounts and /sys/block/*/removable.
+QVector<RemovableMedium> RemovableMedia();
+
+// Tests feed a recorded mount table and the devices to call removable; no value goes back to
+// the system's.
+void SetMountTableOverride(std::optional<QString> table, const QStringList& removableDevices = {});
 
 } // namespace kavori

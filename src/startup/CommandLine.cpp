@@ -16,6 +16,20 @@ QString JoinArguments(const QStringList& arguments)
     return arguments.join(u' ');
 }
 
+QStringList SeveralPictures(const QStringList& arguments)
+{
+    if (arguments.size() < 2 || QFileInfo(JoinArguments(arguments)).isFile())
+        return {};
+    QStringList paths;
+    for (const QString& argument : arguments) {
+        const QFileInfo file(argument);
+        if (!file.isFile() || !IsImageFile(argument))
+            return {};
+        paths << file.absoluteFilePath();
+    }
+    return paths;
+}
+
 NormalizedCommandLine NormalizeCommandLine(const QString& raw)
 {
     NormalizedCommandLine out;

@@ -8,6 +8,11 @@ namespace kavori {
 // The command line as one string: the arguments joined by single spaces.
 QString JoinArguments(const QStringList& arguments);
 
+// Several existing pictures given as separate arguments (a file manager opening a selection):
+// their full paths in the order given. Empty for fewer than two arguments, when any argument is
+// not a picture, or when the arguments joined name one file (a path with spaces, unquoted).
+QStringList SeveralPictures(const QStringList& arguments);
+
 // The first steps of start-up: trimmed, a leading and (independently) a trailing double quote
 // dropped, and "LOADTIME" taken off the front.
 struct NormalizedCommandLine {

@@ -53,7 +53,11 @@ std::optional<int> RunEntryRoutine(const QStringList& arguments)
     QApplication::setOverrideCursor(Qt::WaitCursor);
     DoEvents();
 
-    const NormalizedCommandLine normalized = NormalizeCommandLine(JoinArguments(arguments));
+    // Several pictures open as the first, the rest stepped through; any other form of the
+    // command line is one string, as it always was.
+    state.CommandLineFiles = SeveralPictures(arguments);
+    const NormalizedCommandLine normalized = NormalizeCommandLine(
+        state.CommandLineFiles.isEmpty() ? JoinArguments(arguments) : state.CommandLineFiles[0]);
     state.CommandLine = normalized.commandLine;
     state.LoadStart = normalized.loadTime ? GetTickCount() : -1;
     EnsureAppHome();

@@ -56,6 +56,12 @@ void ImageView::setBackground(const QColor& color, const QImage& texture)
     viewport()->update();
 }
 
+void ImageView::setHint(const QString& text)
+{
+    m_hint = text;
+    viewport()->update();
+}
+
 void ImageView::clearSelection()
 {
     m_selection = QRect();
@@ -87,8 +93,10 @@ void ImageView::paintEvent(QPaintEvent*)
         painter.drawTiledPixmap(viewport()->rect(), QPixmap::fromImage(m_texture));
     else
         painter.fillRect(viewport()->rect(), m_background);
-    if (m_image.isNull())
+    if (m_image.isNull()) {
+        paintHint(painter);
         return;
+    }
     const QRect target = drawnRect();
     if (m_scaled.size() != target.size()) {
         m_rough = m_settle->isActive() && m_smooth;
@@ -100,6 +108,26 @@ void ImageView::paintEvent(QPaintEvent*)
                                    : m_image.scaled(target.size(), Qt::IgnoreAspectRatio, mode));
     }
     painter.drawPixmap(target.topLeft(), m_scaled);
+}
+
+// The hint sits on a rounded panel of the window's own colours, so it reads over any
+// background colour or texture the user chose.
+void ImageView::paintHint(QPainter& painter)
+{
+    if (m_hint.isEmpty())
+        return;
+    const QRect area = viewport()->rect().adjusted(16, 16, -16, -16);
+    const int flags = Qt::AlignCenter | Qt::TextWordWrap;
+    QRect text = painter.fontMetrics().boundingRect(area, flags, m_hint);
+    const QRect panel = text.adjusted(-18, -14, 18, 14).intersected(viewport()->rect());
+    QColor base = palette().color(QPalette::Window);
+    base.setAlpha(225);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.setBrush(base);
+    painter.drawRoundedRect(panel, 8, 8);
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawText(area, flags, m_hint);
 }
 
 void ImageView::resizeEvent(QResizeEvent* event)

@@ -8,9 +8,11 @@
 #include "ImageView.h"
 #include "RecentFiles.h"
 #include "StartRequest.h"
+#include "SystemCommands.h"
 #include "editor/EditorCommands.h"
 #include "editor/SlideLoadFrm.h"
 #include "files/FileCommands.h"
+#include "files/RemovableCommands.h"
 #include "files/ZipCommands.h"
 #include "frmPreferences.h"
 #include "frmTip.h"
@@ -68,6 +70,16 @@
 
 namespace kavori {
 
+QString EmptyWindowHint(bool recentFiles)
+{
+    QString hint = QStringLiteral("No picture is open.\n\n"
+                                  "Open one with File > Open Image... (Ctrl+O),\n");
+    if (!recentFiles)
+        return hint + QStringLiteral("or drop a picture or a slide show here.");
+    return hint + QStringLiteral("drop a picture or a slide show here,\n"
+                                 "or pick one of the recent files at the foot of the File menu.");
+}
+
 QString OpenImageFilter()
 {
     return ImageOpenFilter();
@@ -107,16 +119,20 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     ConnectEditorCommands(this);
     ConnectFileCommands(this);
     ConnectZipCommands(this);
+    ConnectRemovableCommands(this);
+    ConnectSystemCommands(this);
     ConnectSaverCommands(this);
     ConnectPackageCommands(this);
     ConnectThumbnailCommands(this);
     ConnectBrowserCommands(this);
+    ApplyCommandIcons(this);
 
     m_statusText = new QLabel(this);
     m_statusText->setObjectName(QStringLiteral("lblStatus"));
     statusBar()->setObjectName(QStringLiteral("StatusBar1"));
     statusBar()->addWidget(m_statusText, 1);
 
+    m_namedFiles = CurrentStartup().CommandLineFiles;
     readStartRequest();
     restoreGeometryFromSettings();
     applyPreferences();
@@ -320,6 +336,9 @@ void MainViewFrm::showDocument()
     } else {
         m_statusText->clear();
     }
+    m_view->setHint(m_document.hasImage()
+                        ? QString()
+                        : EmptyWindowHint(!CurrentSettings().Recent[0].isEmpty()));
 }
 
 bool MainViewFrm::openImage(const QString& path)
@@ -336,6 +355,9 @@ bool MainViewFrm::openImage(const QString& path)
         return false;
     }
     m_document.setImage(image, path);
+    // A picture from elsewhere ends the stepping through the pictures named at start.
+    if (!m_namedFiles.contains(path))
+        m_namedFiles.clear();
     showDocument();
     if (CurrentSettings().AutosizeWindow && !isMaximized() && !isFullScreen())
         fitWindowToImage();
@@ -357,7 +379,8 @@ void MainViewFrm::followCurrentFile(const QString& newPath)
         return;
     }
     const QString gone = m_document.currentFile();
-    const QStringList before = m_folderList; // the folder as it was listed with the file in it
+    // The list as it was with the file in it.
+    const QStringList before = m_namedFiles.contains(gone) ? m_namedFiles : m_folderList;
     m_listedFolder.clear();
     const QStringList& now = folderList();
     qsizetype at = -1;
@@ -379,6 +402,10 @@ void MainViewFrm::followCurrentFile(const QString& newPath)
 
 const QStringList& MainViewFrm::folderList()
 {
+    // Pictures named together on the command line are stepped through as one folder would be,
+    // while the window shows one of them.
+    if (m_namedFiles.contains(m_document.currentFile()))
+        return m_namedFiles;
     const QString folder = FolderOf(m_document.currentFile());
     const QDateTime stamp = QFileInfo(folder).lastModified();
     if (folder != m_listedFolder || stamp != m_listedStamp) {
@@ -694,7 +721,7 @@ void MainViewFrm::updateRecentMenu()
         QAction* entry = m_menus.action(QStringLiteral("mnuLast") + QString::number(i + 1));
         const QString path = s.Recent[std::size_t(i)];
         entry->setVisible(!path.isEmpty());
-        entry->setText(RecentFileCaption(path));
+        entry->setText(RecentMenuCaption(i + 1, path));
     }
 }
 

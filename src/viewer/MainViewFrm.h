@@ -99,7 +99,13 @@ private:
     QDateTime m_listedStamp;
     QStringList m_folderList;
     QString m_thumbnailFolder;
+    // Pictures named together on the command line, stepped through as one folder would be.
+    QStringList m_namedFiles;
 };
+
+// What the image area says while no picture is open; the recent files are pointed to when
+// there are some.
+QString EmptyWindowHint(bool recentFiles);
 
 // The filter of the open-image dialog: every supported type, then each family.
 QString OpenImageFilter();

@@ -421,6 +421,8 @@ TEST_F(frmDescriptionTest, AdvancedSearchRunsBesideTheWindowAndCanBeCancelled)
     button->click(); // cancel
     release.release(pool->maxThreadCount());
     ASSERT_TRUE(QTest::qWaitFor([&] { return !dialog.searching(); }, 10000));
+    // The blockers may still be inside acquire(): the semaphore must outlive them.
+    pool->waitForDone();
     EXPECT_EQ(button->text(), "&Search");
     EXPECT_EQ(prompts().texts().size(), 2);
     EXPECT_EQ(prompts().texts().value(1), "You need to cancel the description file search before "

@@ -2,6 +2,8 @@
 #include "platform/WindowLock.h"
 #include "support/KavoriTest.h"
 
+#include <QDir>
+
 using namespace kavori;
 
 class CommandLineTest : public kavori::test::KavoriTest {
@@ -183,4 +185,28 @@ TEST_F(CommandLineTest, SaverModuleRunTakesXScreenSaversWindow)
     EXPECT_EQ(run.windowId, 0x600007u);
     run = ParseSaverModuleRun(QStringLiteral("/S"), QStringLiteral("rubbish"));
     EXPECT_EQ(run.windowId, 0u);
+}
+
+TEST_F(CommandLineTest, SeveralPicturesOnlyWhenEveryArgumentIsOne)
+{
+    const QString a = writeFile(QStringLiteral("pics/a.jpg"), "x");
+    const QString b = writeFile(QStringLiteral("pics/b b.bmp"), "x");
+    const QString spaced = writeFile(QStringLiteral("my pics/c.jpg"), "x");
+    writeFile(QStringLiteral("pics/show.KAV"), "x");
+    EXPECT_EQ(SeveralPictures({a, b}), QStringList({a, b}));
+    // Relative names are taken from the current folder, and kept in the order given.
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(root() + QStringLiteral("pics"));
+    EXPECT_EQ(SeveralPictures({QStringLiteral("b b.bmp"), QStringLiteral("a.jpg")}),
+              QStringList({b, a}));
+    QDir::setCurrent(before);
+    // One picture, a switch, a show, a missing file or an unquoted path with a space are the
+    // one-string command line as before.
+    EXPECT_TRUE(SeveralPictures({a}).isEmpty());
+    EXPECT_TRUE(SeveralPictures({QStringLiteral("LOADTIME"), a}).isEmpty());
+    EXPECT_TRUE(SeveralPictures({a, root() + QStringLiteral("pics/show.KAV")}).isEmpty());
+    EXPECT_TRUE(SeveralPictures({a, root() + QStringLiteral("pics/gone.jpg")}).isEmpty());
+    EXPECT_TRUE(
+        SeveralPictures({root() + QStringLiteral("my"), QStringLiteral("pics/c.jpg")}).isEmpty());
+    EXPECT_EQ(JoinArguments({root() + QStringLiteral("my"), QStringLiteral("pics/c.jpg")}), spaced);
 }

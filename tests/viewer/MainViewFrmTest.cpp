@@ -194,7 +194,7 @@ TEST_F(MainViewFrmTest, RecentFilesImportNewImageAndSettingsKeptAcrossStarts)
         }
         QAction* first = w.menus().action(QStringLiteral("mnuLast1"));
         EXPECT_TRUE(first->isVisible());
-        EXPECT_EQ(first->text(), "  " + last);
+        EXPECT_EQ(first->text(), "&1 " + last);
         EXPECT_EQ(CurrentSettings().Recent[6], root() + "pics/r2.bmp");
         EXPECT_EQ(CurrentSettings().MoreRecentFiles[8], root() + "pics/r0.bmp");
         // The longer list offers all nine; the one chosen opens.
@@ -235,7 +235,7 @@ TEST_F(MainViewFrmTest, RecentFilesImportNewImageAndSettingsKeptAcrossStarts)
     CurrentSettings().SaveWindowSize = true;
     MainViewFrm again;
     EXPECT_EQ(again.geometry().size(), QSize(500, 400));
-    EXPECT_EQ(again.menus().action(QStringLiteral("mnuLast1"))->text(), "  " + last);
+    EXPECT_EQ(again.menus().action(QStringLiteral("mnuLast1"))->text(), "&1 " + last);
 }
 
 TEST_F(MainViewFrmTest, CommandLineRequestsAndTheClipboardQuestion)
@@ -515,4 +515,69 @@ TEST_F(MainViewFrmTest, TodaysPicturesOpenFromEveryDoor)
         EXPECT_FALSE(prompts().pickerFilters.last().contains(QStringLiteral("*.png")));
     }
     CurrentStartup().CommandLine.clear();
+}
+
+TEST_F(MainViewFrmTest, EmptyWindowHintNumberedRecentFilesAndSeveralPicturesNamed)
+{
+    // Without a picture the area says what to do; with one it says nothing.
+    const QString a = makeImage(QStringLiteral("a.bmp"), Qt::red);
+    {
+        MainViewFrm fresh;
+        EXPECT_EQ(fresh.imageView()->hint(), EmptyWindowHint(false));
+        EXPECT_TRUE(fresh.imageView()->hint().contains("Ctrl+O"));
+        EXPECT_FALSE(fresh.imageView()->hint().contains("recent files"));
+    }
+    CurrentSettings().Recent[0] = a;
+    MainViewFrm w;
+    EXPECT_TRUE(w.imageView()->hint().contains("recent files"));
+    const QString dir = qEnvironmentVariable("KAVORI_SHOT_DIR");
+    if (!dir.isEmpty()) {
+        w.resize(640, 480);
+        w.grab().save(dir + QStringLiteral("/EmptyWindow.png"));
+    }
+    ASSERT_TRUE(w.openImage(a));
+    EXPECT_TRUE(w.imageView()->hint().isEmpty());
+
+    // An "&" of a path is shown, not taken as the accelerator.
+    const QString odd = root() + QStringLiteral("Tom & Jerry/b.bmp");
+    writeFile(odd, {});
+    QImage(8, 8, QImage::Format_RGB32).save(odd, "BMP");
+    ASSERT_TRUE(w.openImage(odd));
+    EXPECT_EQ(w.menus().action(QStringLiteral("mnuLast1"))->text(),
+              "&1 " + root().replace(u'&', "&&") + "Tom && Jerry/b.bmp");
+    EXPECT_EQ(w.menus().action(QStringLiteral("mnuLast2"))->text(), "&2 " + a);
+    w.close();
+}
+
+TEST_F(MainViewFrmTest, SeveralPicturesNamedAreSteppedThroughInTheirOrder)
+{
+    const QString a = makeImage(QStringLiteral("a.bmp"), Qt::red);
+    makeImage(QStringLiteral("b.bmp"), Qt::green);
+    const QString far = root() + QStringLiteral("other/z.bmp");
+    writeFile(far, {});
+    QImage(8, 8, QImage::Format_RGB32).save(far, "BMP");
+
+    CurrentStartup().CommandLineFiles = {far, a};
+    CurrentStartup().CommandLine = far;
+    MainViewFrm w;
+    w.runStartSequence();
+    EXPECT_EQ(w.document().currentFile(), far);
+    // Next is the second one named, not a picture of the first one's folder; past the end the
+    // folder's own message.
+    run(w, "mnuBrowseNext");
+    EXPECT_EQ(w.document().currentFile(), a);
+    run(w, "mnuBrowseNext");
+    EXPECT_EQ(prompts().texts().last(), "The last file in the current folder is already open...");
+    run(w, "mnuBrowseFirst");
+    EXPECT_EQ(w.document().currentFile(), far);
+    // Deleting one moves on within the list.
+    ASSERT_TRUE(QFile::remove(far));
+    w.followCurrentFile(QString());
+    EXPECT_EQ(w.document().currentFile(), a);
+    // Once a picture outside the list is open, folders are browsed again, the named ones too.
+    ASSERT_TRUE(w.openImage(root() + QStringLiteral("pics/b.bmp")));
+    run(w, "mnuBrowsePrevious");
+    EXPECT_EQ(w.document().currentFile(), a);
+    run(w, "mnuBrowseNext");
+    EXPECT_EQ(w.document().currentFile(), root() + QStringLiteral("pics/b.bmp"));
 }
