@@ -3,6 +3,7 @@
 // real structure instead of random bytes.
 #include "imaging/ImageFiles.h"
 #include "imaging/JpegFiles.h"
+#include "imaging/ModernFiles.h"
 #include "support/PhotoLike.h"
 
 #include <QBuffer>
@@ -196,5 +197,22 @@ int main(int argc, char** argv)
     Put("mci", QStringLiteral("midi.txt"),
         QByteArrayLiteral(
             "open \"a b.mid\" type sequencer alias Music\nplay Music\nstatus Music mode\nclose Music"));
+    // Today's types: the first byte tells the fuzz target which type the rest is.
+    const QImage small = PhotoLike(48, 32, 5);
+    ModernOptions turned;
+    turned.orientation = 6;
+    QString why;
+    const QList<QPair<char, QByteArray>> modern = {{0, EncodeAvif(small, turned, &why)},
+                                                   {1, EncodeHeif(small, turned, &why)},
+                                                   {2, EncodeJxl(small, {}, &why)},
+                                                   {3, EncodePng(small, turned)},
+                                                   {4, EncodeTiff(small, turned)},
+                                                   {5, EncodeWebp(small, turned)},
+                                                   {5, AnimatedWebp(small, PhotoLike(48, 32, 6))}};
+    int n = 0;
+    for (const auto& [type, bytes] : modern) {
+        if (!bytes.isEmpty())
+            Put("modern", QStringLiteral("seed%1").arg(n++), QByteArray(1, type) + bytes);
+    }
     return 0;
 }
