@@ -8,6 +8,7 @@
 #include "settings/SettingsCatalogue.h"
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
+#include "support/FakeProgress.h"
 #include "support/ShowTest.h"
 
 #include <QDir>
@@ -17,27 +18,6 @@
 using namespace kavori;
 
 namespace {
-
-// Stands for the wait dialog: keeps what it shows, cancels at the check it is told to.
-class FakeProgress final : public Progress {
-public:
-    int cancelAt = -1;
-    int checks = 0;
-    QStringList* captions = nullptr;
-    int* maximum = nullptr;
-    void setCaption(const QString& text) override
-    {
-        if (captions)
-            *captions << text;
-    }
-    void setMaximum(int m) override
-    {
-        if (maximum)
-            *maximum = m;
-    }
-    void setValue(int) override {}
-    bool cancelled() override { return cancelAt >= 0 && ++checks >= cancelAt; }
-};
 
 QByteArray crlf(const QStringList& lines)
 {
@@ -115,13 +95,9 @@ protected:
 
     bool build(PackageRequest& r, int cancelAt = -1)
     {
-        return BuildPackage(r, [this, cancelAt] {
-            auto p = std::make_unique<FakeProgress>();
-            p->cancelAt = cancelAt;
-            p->captions = &captions;
-            p->maximum = &maximum;
-            return p;
-        });
+        progress.cancelAfter = cancelAt - 1;
+        progress.checks = 0;
+        return BuildPackage(r, [this] { return progress.share(); });
     }
 
     QString pkg(const QString& relative = QString())
@@ -129,8 +105,9 @@ protected:
         return root() + QStringLiteral("pkg/") + relative;
     }
 
-    QStringList captions;
-    int maximum = 0;
+    kavori::test::FakeProgress progress;
+    QStringList& captions = progress.captions;
+    int& maximum = progress.maximum;
 };
 
 TEST_F(PackageBuilderTest, ControlFilesAreWrittenAsTheLayoutSays)
