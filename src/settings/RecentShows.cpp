@@ -2,6 +2,7 @@
 
 #include "IniStore.h"
 #include "Settings.h"
+#include "SettingsCatalogue.h"
 #include "platform/AppPaths.h"
 
 namespace kavori {
@@ -20,6 +21,41 @@ void AddRecentShow(const QString& path)
         list[i] = list[i - 1];
     list[0] = path.left(1).toUpper() + path.mid(1);
     WriteRecentShows();
+}
+
+namespace {
+
+bool dropFrom(std::array<QString, 20>& list, const QString& path)
+{
+    std::array<QString, 20> kept;
+    std::size_t n = 0;
+    for (const QString& entry : list)
+        if (entry.compare(path, Qt::CaseInsensitive) != 0)
+            kept[n++] = entry;
+    const bool dropped = kept != list;
+    list = kept;
+    return dropped;
+}
+
+} // namespace
+
+bool ForgetShow(const QString& path)
+{
+    if (path.isEmpty())
+        return false;
+    Settings& s = CurrentSettings();
+    const bool recent = dropFrom(s.RecentShow, path);
+    const bool favorite = dropFrom(s.FavoriteShow, path);
+    const bool last = s.LastSlideShow.compare(path, Qt::CaseInsensitive) == 0;
+    if (recent)
+        WriteRecentShows();
+    if (favorite)
+        WriteFavoriteShows();
+    if (last) {
+        s.LastSlideShow.clear();
+        WriteSettingsKeys({QStringLiteral("LastSlideShow")});
+    }
+    return recent || favorite || last;
 }
 
 void WriteRecentShows()
