@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QEventLoop>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -46,7 +47,8 @@ frmFindFiles::frmFindFiles(FindKind kind, const QString& folder, QWidget* parent
     m_name->setPlaceholderText(shows ? QStringLiteral("part of a name, or wildcards like holi*.kav")
                                      : QStringLiteral("part of a name, or wildcards like *.jpg"));
     m_name->setClearButtonEnabled(true);
-    m_folder = new QLineEdit(QDir::toNativeSeparators(folder), this);
+    m_folder = new QLineEdit(
+        folder.isEmpty() ? QString() : QDir::toNativeSeparators(QDir(folder).absolutePath()), this);
     m_folder->setObjectName(QStringLiteral("txtFindFolder"));
     m_browse = button(this, "CmdBrowse", QStringLiteral("&Browse..."));
     m_find = button(this, "CmdFind", QStringLiteral("&Find"));
@@ -77,8 +79,8 @@ frmFindFiles::frmFindFiles(FindKind kind, const QString& folder, QWidget* parent
     m_list->header()->setStretchLastSection(false);
     m_list->header()->setSectionResizeMode(FolderColumn, QHeaderView::Stretch);
     m_list->setColumnWidth(NameColumn, 180);
-    m_list->setColumnWidth(SizeColumn, 80);
-    m_list->setColumnWidth(DateColumn, 130);
+    m_list->header()->setSectionResizeMode(SizeColumn, QHeaderView::ResizeToContents);
+    m_list->header()->setSectionResizeMode(DateColumn, QHeaderView::ResizeToContents);
     m_count = new QLabel(this);
     m_count->setObjectName(QStringLiteral("lblFindCount"));
 
@@ -107,7 +109,7 @@ frmFindFiles::frmFindFiles(FindKind kind, const QString& folder, QWidget* parent
         const QString chosen = CurrentPrompts().chooseFolder(
             QStringLiteral("Look in"), QDir::fromNativeSeparators(m_folder->text()));
         if (!chosen.isEmpty())
-            m_folder->setText(QDir::toNativeSeparators(chosen));
+            m_folder->setText(QDir::toNativeSeparators(QDir(chosen).absolutePath()));
     });
     connect(m_find, &QPushButton::clicked, this, &frmFindFiles::search);
     connect(m_name, &QLineEdit::returnPressed, this, &frmFindFiles::search);
@@ -203,7 +205,7 @@ void frmFindFiles::searchDone()
     const QLocale locale;
     for (const FoundFile& file : result.files) {
         auto* row = new QTreeWidgetItem(
-            {FileNameOf(file.path), QDir::toNativeSeparators(FolderOf(file.path)),
+            {FileNameOf(file.path), QDir::toNativeSeparators(QFileInfo(file.path).absolutePath()),
              FoundSizeText(file.size), locale.toString(file.modified, QLocale::ShortFormat)});
         row->setData(NameColumn, Qt::UserRole, file.path);
         row->setTextAlignment(SizeColumn, Qt::AlignRight | Qt::AlignVCenter);
