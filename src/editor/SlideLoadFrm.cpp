@@ -25,6 +25,7 @@
 #include "runtime/MsgBox.h"
 #include "runtime/Prompts.h"
 #include "runtime/WaitDialog.h"
+#include "settings/RecentShows.h"
 #include "settings/Settings.h"
 #include "settings/SettingsCatalogue.h"
 #include "slideshow/ShowInformation.h"
@@ -825,6 +826,8 @@ bool RenameCurrentShow()
     const QString saver = GetSetting(QStringLiteral("Settings"), QStringLiteral("CurrentSaver"));
     if (!saver.isEmpty() && QFileInfo(saver) == QFileInfo(show.path))
         SaveSetting(QStringLiteral("Settings"), QStringLiteral("CurrentSaver"), check.newPath);
+    // So do the recent and favourite shows, which would otherwise name a file that is gone.
+    FollowShow(show.path, check.newPath);
     show.path = check.newPath;
     return true;
 }

@@ -25,37 +25,46 @@ void AddRecentShow(const QString& path)
 
 namespace {
 
-bool dropFrom(std::array<QString, 20>& list, const QString& path)
+// Each entry naming oldPath becomes newPath, or goes (the rest closing up) when newPath is empty.
+bool follow(std::array<QString, 20>& list, const QString& oldPath, const QString& newPath)
 {
-    std::array<QString, 20> kept;
+    std::array<QString, 20> out;
     std::size_t n = 0;
-    for (const QString& entry : list)
-        if (entry.compare(path, Qt::CaseInsensitive) != 0)
-            kept[n++] = entry;
-    const bool dropped = kept != list;
-    list = kept;
-    return dropped;
+    for (const QString& entry : list) {
+        if (entry.compare(oldPath, Qt::CaseInsensitive) != 0)
+            out[n++] = entry;
+        else if (!newPath.isEmpty())
+            out[n++] = newPath;
+    }
+    const bool changed = out != list;
+    list = out;
+    return changed;
 }
 
 } // namespace
 
-bool ForgetShow(const QString& path)
+bool FollowShow(const QString& oldPath, const QString& newPath)
 {
-    if (path.isEmpty())
+    if (oldPath.isEmpty())
         return false;
     Settings& s = CurrentSettings();
-    const bool recent = dropFrom(s.RecentShow, path);
-    const bool favorite = dropFrom(s.FavoriteShow, path);
-    const bool last = s.LastSlideShow.compare(path, Qt::CaseInsensitive) == 0;
+    const bool recent = follow(s.RecentShow, oldPath, newPath);
+    const bool favorite = follow(s.FavoriteShow, oldPath, newPath);
+    const bool last = s.LastSlideShow.compare(oldPath, Qt::CaseInsensitive) == 0;
     if (recent)
         WriteRecentShows();
     if (favorite)
         WriteFavoriteShows();
     if (last) {
-        s.LastSlideShow.clear();
+        s.LastSlideShow = newPath;
         WriteSettingsKeys({QStringLiteral("LastSlideShow")});
     }
     return recent || favorite || last;
+}
+
+bool ForgetShow(const QString& path)
+{
+    return FollowShow(path, QString());
 }
 
 void WriteRecentShows()

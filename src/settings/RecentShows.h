@@ -13,6 +13,8 @@ void AddRecentShow(const QString& path);
 // without case, the rest closing up) and the last-shown show; the lists are written when they
 // changed. Returns whether any entry named it.
 bool ForgetShow(const QString& path);
+// A show file that was renamed: those entries name the new path, in their places.
+bool FollowShow(const QString& oldPath, const QString& newPath);
 
 // Writes RecentShow1 ... RecentShow20 of the settings object to KAVORI.INI.
 void WriteRecentShows();

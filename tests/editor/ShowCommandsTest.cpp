@@ -125,6 +125,8 @@ TEST_F(ShowCommandsTest, RenameWorksAsInTheEditor)
     const QString trip = writeShow(QStringLiteral("Trip.KAV"));
     ASSERT_TRUE(ReadSlideShow(trip));
     SaveSetting(QStringLiteral("Settings"), QStringLiteral("CurrentSaver"), trip);
+    AddFavoriteShow(trip);
+    ASSERT_EQ(CurrentSettings().RecentShow[0], trip);
     prompts().clear();
     prompts().inputs << QStringLiteral("a/b");
     rename->trigger();
@@ -133,7 +135,7 @@ TEST_F(ShowCommandsTest, RenameWorksAsInTheEditor)
         "A filename may not contain any of the following characters:"));
     EXPECT_TRUE(QFileInfo::exists(trip));
 
-    // A good name: the file, the show and the screen saver's show follow it.
+    // A good name: the file, the show, the screen saver's show and the lists follow it.
     prompts().clear();
     prompts().inputs << QStringLiteral("Holiday");
     rename->trigger();
@@ -144,6 +146,10 @@ TEST_F(ShowCommandsTest, RenameWorksAsInTheEditor)
     EXPECT_TRUE(QFileInfo::exists(shows + QStringLiteral("Holiday.KAV")));
     EXPECT_EQ(CurrentShow().path, shows + QStringLiteral("Holiday.KAV"));
     EXPECT_EQ(saver(), shows + QStringLiteral("Holiday.KAV"));
+    EXPECT_EQ(CurrentSettings().RecentShow[0], shows + QStringLiteral("Holiday.KAV"));
+    EXPECT_EQ(CurrentSettings().FavoriteShow[0], shows + QStringLiteral("Holiday.KAV"));
+    EXPECT_TRUE(CurrentSettings().RecentShow[1].isEmpty());
+    EXPECT_TRUE(readFile(SettingsFilePath()).contains("Holiday.KAV"));
 }
 
 TEST_F(ShowCommandsTest, DeletingAShowForgetsItEverywhere)
