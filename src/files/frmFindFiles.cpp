@@ -28,6 +28,7 @@ QPushButton* button(QWidget* parent, const char* name, const QString& caption)
 {
     auto* b = new QPushButton(caption, parent);
     b->setObjectName(QString::fromLatin1(name));
+    b->setAutoDefault(false);
     return b;
 }
 
@@ -52,7 +53,6 @@ frmFindFiles::frmFindFiles(FindKind kind, const QString& folder, QWidget* parent
     m_folder->setObjectName(QStringLiteral("txtFindFolder"));
     m_browse = button(this, "CmdBrowse", QStringLiteral("&Browse..."));
     m_find = button(this, "CmdFind", QStringLiteral("&Find"));
-    m_find->setDefault(true);
     m_cancel = button(this, "CmdCancelSearch", QStringLiteral("&Stop"));
     m_cancel->setEnabled(false);
 
@@ -112,12 +112,15 @@ frmFindFiles::frmFindFiles(FindKind kind, const QString& folder, QWidget* parent
             m_folder->setText(QDir::toNativeSeparators(QDir(chosen).absolutePath()));
     });
     connect(m_find, &QPushButton::clicked, this, &frmFindFiles::search);
+    // Enter searches from the boxes and opens from the list, so no button is the default.
     connect(m_name, &QLineEdit::returnPressed, this, &frmFindFiles::search);
+    connect(m_folder, &QLineEdit::returnPressed, this, &frmFindFiles::search);
     connect(m_cancel, &QPushButton::clicked, this, &frmFindFiles::cancelSearch);
     connect(m_open, &QPushButton::clicked, this, [this] { choose(Action::Open); });
     connect(m_play, &QPushButton::clicked, this, [this] { choose(Action::Play); });
     connect(close, &QPushButton::clicked, this, &frmFindFiles::reject);
     connect(m_list, &QTreeWidget::itemDoubleClicked, this, [this] { choose(Action::Open); });
+    connect(m_list, &QTreeWidget::itemActivated, this, [this] { choose(Action::Open); });
     connect(m_list, &QTreeWidget::currentItemChanged, this, [this](QTreeWidgetItem* item) {
         m_open->setEnabled(item && !m_searching);
         m_play->setEnabled(item && !m_searching);
@@ -244,8 +247,8 @@ void frmFindFiles::selectResult(int row)
 
 void frmFindFiles::choose(Action action)
 {
-    if (m_searching)
-        return;
+    if (m_searching || m_action != Action::None)
+        return; // a double-click that also activates chooses once
     const QTreeWidgetItem* item = m_list->currentItem();
     if (!item) {
         MsgBox(m_kind == FindKind::Pictures

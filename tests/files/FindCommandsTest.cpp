@@ -21,6 +21,7 @@
 #include <QTreeWidget>
 
 #include <functional>
+#include <type_traits>
 
 using namespace kavori;
 
@@ -55,6 +56,13 @@ protected:
             poll->stop();
             poll->deleteLater();
             drive(dialog);
+            // A dialog the drive did not close fails the test instead of hanging it.
+            if constexpr (std::is_base_of_v<QDialog, T>) {
+                if (dialog->isVisible()) {
+                    ADD_FAILURE() << "the dialog stayed open";
+                    dialog->close();
+                }
+            }
         });
         poll->start();
     }
@@ -129,7 +137,11 @@ TEST_F(FindCommandsTest, FoundPictureOpensAndBrowsingGoesOnInItsFolder)
         click(d, "CmdBrowse");
         EXPECT_EQ(prompts().pickerCalls, QStringList({"chooseFolder: Look in"}));
 
-        find(d, QStringLiteral("SEA*"));
+        // Enter in the name box searches.
+        d->findChild<QLineEdit*>(QStringLiteral("txtFindName"))->setText(QStringLiteral("SEA*"));
+        QTest::keyClick(d->findChild<QLineEdit*>(QStringLiteral("txtFindName")), Qt::Key_Return);
+        EXPECT_TRUE(d->searching());
+        d->waitForSearch();
         EXPECT_EQ(d->results(), QStringList({pics + QStringLiteral("sub/sea1.bmp"),
                                              pics + QStringLiteral("sub/sea2.bmp")}));
         EXPECT_EQ(d->countText(), "2 pictures found");
@@ -193,7 +205,8 @@ TEST_F(FindCommandsTest, FoundShowLoadsIntoTheEditorOrPlays)
     whenModal<frmFindFiles>([&](frmFindFiles* d) {
         find(d, QStringLiteral("trip"));
         d->selectResult(0);
-        click(d, "CmdOpen");
+        // Enter on the list opens the chosen show.
+        QTest::keyClick(d->findChild<QTreeWidget*>(QStringLiteral("lstFound")), Qt::Key_Return);
     });
     command->trigger();
     EXPECT_EQ(prompts().texts(),
@@ -227,6 +240,7 @@ TEST_F(FindCommandsTest, ClosingWhileSearchingStopsTheSearch)
     EXPECT_TRUE(dialog->searching());
     EXPECT_TRUE(dialog->findChild<QPushButton*>(QStringLiteral("CmdCancelSearch"))->isEnabled());
     EXPECT_FALSE(dialog->findChild<QPushButton*>(QStringLiteral("CmdFind"))->isEnabled());
+    shoot(dialog.get(), "frmFindFiles-searching");
     dialog->reject();
     EXPECT_FALSE(dialog->searching());
     QCoreApplication::processEvents();
