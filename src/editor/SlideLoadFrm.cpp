@@ -25,6 +25,7 @@
 #include "runtime/MsgBox.h"
 #include "runtime/Prompts.h"
 #include "runtime/WaitDialog.h"
+#include "settings/RecentShows.h"
 #include "settings/Settings.h"
 #include "settings/SettingsCatalogue.h"
 #include "slideshow/ShowInformation.h"
@@ -776,7 +777,12 @@ void SlideLoadFrm::sourceInformation()
 
 void SlideLoadFrm::renameShow()
 {
-    const QString title = Title(QStringLiteral("Rename Slide Show"));
+    RenameCurrentShow();
+}
+
+bool RenameCurrentShow()
+{
+    const QString title = SlideLoadFrm::Title(QStringLiteral("Rename Slide Show"));
     SlideShow& show = CurrentShow();
     if (show.path.isEmpty() && show.slides.isEmpty()) {
         MsgBox(QStringLiteral("A slide show has not been opened yet, nothing to rename.") +
@@ -784,7 +790,7 @@ void SlideLoadFrm::renameShow()
                    QStringLiteral("Open the slide show you would like to rename and then try "
                                   "again..."),
                vbExclamation, title);
-        return;
+        return false;
     }
     if (!named()) {
         MsgBox(QStringLiteral("Unable to rename file, the current slide show has not been saved "
@@ -793,34 +799,37 @@ void SlideLoadFrm::renameShow()
                    QStringLiteral("Click the \"Save As...\" button to give this slide show a "
                                   "name..."),
                vbExclamation, title);
-        return;
+        return false;
     }
     if (show.changed) {
         MsgBox(QStringLiteral("You should save the current changes to the slide show before "
                               "renaming its data file..."),
                vbExclamation, title);
-        return;
+        return false;
     }
     const QString name = InputBox(QStringLiteral("Enter a new name for the slide show:"), title,
                                   QFileInfo(show.path).completeBaseName());
     if (name.trimmed().isEmpty())
-        return;
+        return false;
     const RenameCheck check = CheckShowRename(show.path, name);
     if (!check.refusal.isEmpty()) {
         MsgBox(check.refusal, vbExclamation, title);
-        return;
+        return false;
     }
     if (!QFile::rename(show.path, check.newPath)) {
         MsgBox(QStringLiteral("Unable to rename the slide show file:") + NewLine2() + show.path +
                    NewLine2() + QStringLiteral("..."),
                vbCritical, title);
-        return;
+        return false;
     }
     // The screen saver keeps playing the show under its new name.
     const QString saver = GetSetting(QStringLiteral("Settings"), QStringLiteral("CurrentSaver"));
     if (!saver.isEmpty() && QFileInfo(saver) == QFileInfo(show.path))
         SaveSetting(QStringLiteral("Settings"), QStringLiteral("CurrentSaver"), check.newPath);
+    // So do the recent and favourite shows, which would otherwise name a file that is gone.
+    FollowShow(show.path, check.newPath);
     show.path = check.newPath;
+    return true;
 }
 
 void SlideLoadFrm::renameFile()
@@ -1003,7 +1012,14 @@ void SlideLoadFrm::dropEvent(QDropEvent* event)
     dropFiles(files);
 }
 
-void OpenSlideShowEditor(QWidget* parent, const QString& showFile)
+void SlideLoadFrm::arrange()
+{
+    if (m_model->rowCount() > 0 && selectedLines().isEmpty())
+        selectLines({0});
+    m_list->setFocus();
+}
+
+void OpenSlideShowEditor(QWidget* parent, const QString& showFile, EditorView view)
 {
     const Settings& s = CurrentSettings();
     if (!showFile.isEmpty())
@@ -1014,6 +1030,8 @@ void OpenSlideShowEditor(QWidget* parent, const QString& showFile)
     std::unique_ptr<WaitDialog> wait = std::make_unique<WaitDialog>(SlideLoadFrm::Title());
     wait->setCaption(QStringLiteral("Loading slide show editor, please wait..."));
     SlideLoadFrm editor(parent);
+    if (view == EditorView::Arrange)
+        editor.arrange();
     wait.reset();
     editor.exec();
 }

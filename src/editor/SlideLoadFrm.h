@@ -43,6 +43,9 @@ public:
     // The list shows the show in memory again (after it changed outside the editor).
     void refreshList();
 
+    // Puts the View List in front, its first line chosen when none is, for the order commands.
+    void arrange();
+
     // The commands, as the buttons and menus run them.
     void addSelected();
     void addAll();
@@ -125,7 +128,17 @@ private:
 // may have; the new path, or empty when nothing was renamed (said why).
 QString AskAndRenameFile(const QString& old, const QString& title);
 
+// Renames the file of the show in memory after asking for the new name, refusing a show that
+// is not open, not saved or changed and names no file may have; the screen saver's show follows
+// the new name. True when renamed (else said why, or cancelled).
+bool RenameCurrentShow();
+
+// How the editor opens: as it was left, or with the View List in front and its first line
+// chosen, ready for the order commands.
+enum class EditorView { Normal, Arrange };
+
 // Opens the editor on the show in memory (or the given show file) and keeps it until closed.
-void OpenSlideShowEditor(QWidget* parent, const QString& showFile = QString());
+void OpenSlideShowEditor(QWidget* parent, const QString& showFile = QString(),
+                         EditorView view = EditorView::Normal);
 
 } // namespace kavori

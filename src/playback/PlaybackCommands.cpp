@@ -58,19 +58,26 @@ void PlaySlideShowFile(const QString& path, QWidget* parent)
     FullViewFrm::PlaySlideShowModal({}, parent);
 }
 
+QString SlideShowFilter()
+{
+    return QStringLiteral("Kavori Slide Shows (*.kav *.KAV *.Kav);;All files (*)");
+}
+
+QString SlideShowFolder()
+{
+    const Settings& s = CurrentSettings();
+    return s.FavoriteFolder.isEmpty() ? PathNoCase(AppPath(), QStringLiteral("Slides"))
+                                      : s.FavoriteFolder;
+}
+
 void ConnectPlaybackCommands(QWidget* window)
 {
     auto handle = [window](const char* name, auto&& slot) {
         EnableCommand(window, name, std::forward<decltype(slot)>(slot));
     };
     handle("mnuOpenSlideShow", [window] {
-        const Settings& s = CurrentSettings();
-        const QString folder = s.FavoriteFolder.isEmpty()
-                                   ? PathNoCase(AppPath(), QStringLiteral("Slides"))
-                                   : s.FavoriteFolder;
-        const QString path = CurrentPrompts().openFile(
-            QStringLiteral("Open Slide Show"), folder,
-            QStringLiteral("Kavori Slide Shows (*.kav *.KAV *.Kav);;All files (*)"));
+        const QString path = CurrentPrompts().openFile(QStringLiteral("Open Slide Show"),
+                                                       SlideShowFolder(), SlideShowFilter());
         if (!path.isEmpty())
             PlaySlideShowFile(path, window);
     });

@@ -3,12 +3,12 @@
 #include "DescriptionFile.h"
 #include "SlideList.h"
 #include "platform/AppPaths.h"
+#include "platform/FolderWalk.h"
 #include "runtime/Format.h"
 #include "runtime/MsgBox.h"
 
 #include <QCollator>
 #include <QDir>
-#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
 #include <QSet>
@@ -29,14 +29,6 @@ void sortNaturally(QStringList& names)
     collator.setNumericMode(true);
     collator.setCaseSensitivity(Qt::CaseInsensitive);
     std::sort(names.begin(), names.end(), collator);
-}
-
-// The kernel's own folders hold no pictures and never end; a walk of the whole disk skips them.
-bool isSystemTree(const QString& path)
-{
-    static const QSet<QString> skipped = {QStringLiteral("/proc"), QStringLiteral("/sys"),
-                                          QStringLiteral("/dev"), QStringLiteral("/run")};
-    return skipped.contains(path);
 }
 
 bool cancelled(const std::atomic<bool>* cancel)
@@ -150,32 +142,16 @@ DescriptionSearch SearchDescriptionFiles(const QString& root, const QString& tex
 {
     DescriptionSearch search;
     QStringList found;
-    QStringList pending = {QDir(root).absolutePath()};
-    while (!pending.isEmpty()) {
-        if (cancelled(cancel)) {
-            search.cancelled = true;
-            break;
-        }
-        const QString folder = pending.takeLast();
-        QStringList subfolders;
-        QDirIterator it(folder,
-                        QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
-        while (it.hasNext()) {
-            it.next();
-            const QFileInfo entry = it.fileInfo();
-            if (entry.isSymLink())
-                continue;
-            if (entry.isDir()) {
-                if (!isSystemTree(entry.absoluteFilePath()))
-                    subfolders << entry.absoluteFilePath();
-            } else if (entry.fileName().compare(kFileName, Qt::CaseInsensitive) == 0) {
-                found << entry.absoluteFilePath();
-            }
-        }
-        // Depth first, each folder's subfolders in natural order.
-        sortNaturally(subfolders);
-        std::reverse(subfolders.begin(), subfolders.end());
-        pending << subfolders;
+    const bool walked = WalkFolderTree(
+        root,
+        [&found](const QFileInfo& file) {
+            if (file.fileName().compare(kFileName, Qt::CaseInsensitive) == 0)
+                found << file.absoluteFilePath();
+        },
+        cancel);
+    if (!walked) {
+        search.cancelled = true;
+        return search;
     }
     for (const QString& file : found) {
         if (cancelled(cancel)) {

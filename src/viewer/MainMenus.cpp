@@ -105,7 +105,7 @@ const MenuTable kMenus[] = {
       {"mnuSlideShowWizard", "Slide Show &Wizard...", "Ctrl+W"},
       {"mnuLoadRecentShow", "&Recent Slide Shows...", ""},
       {"mnuLoadFavoriteShow", "&Favorite Slide Shows...", ""},
-      {"mnuArrangeList", "&Arrange Favorite Shows...", ""},
+      {"mnuArrangeList", "&Arrange Slide List...", ""},
       {"", "", ""},
       {"mnuDescOptions", "&Description Options...", ""},
       {"mnuRenameShow", "Re&name Slide Show...", ""},
@@ -344,7 +344,7 @@ const ButtonRow kMainButtons[] = {
     {"About", "mnuAbout", "About Kavori"},
     {"Description", "mnuDescOptions", "Description Options"},
     {"Wizard", "mnuSlideShowWizard", "Slide Show Wizard"},
-    {"Arrange", "mnuArrangeList", "Arrange Favorite Shows"},
+    {"Arrange", "mnuArrangeList", "Arrange Slide List"},
     {"Help2", "mnuTipOfDay", "Tip of the Day"},
     {"Help", "mnuHelpContents", "Help"},
 };

@@ -12,6 +12,7 @@
 #include "editor/EditorCommands.h"
 #include "editor/SlideLoadFrm.h"
 #include "files/FileCommands.h"
+#include "files/FindCommands.h"
 #include "files/RemovableCommands.h"
 #include "files/ZipCommands.h"
 #include "frmPreferences.h"
@@ -118,6 +119,7 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     ConnectPlaybackCommands(this);
     ConnectEditorCommands(this);
     ConnectFileCommands(this);
+    ConnectFindCommands(this);
     ConnectZipCommands(this);
     ConnectRemovableCommands(this);
     ConnectSystemCommands(this);
