@@ -12,6 +12,7 @@
 #include "runtime/Prompts.h"
 #include "settings/Settings.h"
 #include "slideshow/SlideShow.h"
+#include "slideshow/SlideShowFile.h"
 
 #include <QDir>
 

@@ -63,11 +63,6 @@ namespace {
 
 const char kUntitled[] = "Untitled.KAV";
 
-QString showFilter()
-{
-    return QStringLiteral("Kavori Slide Shows (*.kav *.KAV *.Kav);;All files (*)");
-}
-
 bool named()
 {
     const QString& path = CurrentShow().path;
@@ -657,7 +652,7 @@ bool SlideLoadFrm::saveAs()
         return false;
     const QString start = named() ? show.path : sourceFolder() + u'/' + QLatin1String(kUntitled);
     QString path =
-        CurrentPrompts().saveFile(QStringLiteral("Save Slide Show As"), start, showFilter());
+        CurrentPrompts().saveFile(QStringLiteral("Save Slide Show As"), start, SlideShowFilter());
     if (path.isEmpty())
         return false; // cancelled
     // A folder, or an extension alone, names no file.

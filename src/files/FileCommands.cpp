@@ -14,6 +14,7 @@
 #include "runtime/MsgBox.h"
 #include "runtime/Prompts.h"
 #include "settings/Settings.h"
+#include "slideshow/SlideShowFile.h"
 #include "viewer/MainViewFrm.h"
 
 #include <QAction>
@@ -238,10 +239,10 @@ void ConnectFileCommands(MainViewFrm* window)
                    vbInformation);
             return;
         }
-        QString path = CurrentPrompts().saveFile(
-            QStringLiteral("Save Favorites as Slide Show"),
-            AddSlash(CurrentSettings().FavoriteFolder) + QStringLiteral("Favorites.KAV"),
-            QStringLiteral("Kavori Slide Shows (*.kav *.KAV *.Kav)"));
+        QString path = CurrentPrompts().saveFile(QStringLiteral("Save Favorites as Slide Show"),
+                                                 AddSlash(CurrentSettings().FavoriteFolder) +
+                                                     QStringLiteral("Favorites.KAV"),
+                                                 SlideShowFilter());
         if (path.isEmpty())
             return;
         if (!HasExtension(path, QStringLiteral(".KAV")))

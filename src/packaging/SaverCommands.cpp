@@ -7,6 +7,7 @@
 #include "platform/AppPaths.h"
 #include "runtime/Prompts.h"
 #include "slideshow/SlideShow.h"
+#include "slideshow/SlideShowFile.h"
 #include "systemsaver/SystemSaver.h"
 
 #include <QAction>
@@ -19,8 +20,8 @@ void SetShowAsScreenSaver(QWidget* parent)
     const QString open = CurrentShow().path;
     const QString folder =
         open.isEmpty() ? PathNoCase(AppPath(), QStringLiteral("Slides")) : FolderOf(open);
-    const QString path = CurrentPrompts().openFile(QStringLiteral("Set as Screen Saver"), folder,
-                                                   QStringLiteral("Slide Shows (*.kav *.KAV)"));
+    const QString path =
+        CurrentPrompts().openFile(QStringLiteral("Set as Screen Saver"), folder, SlideShowFilter());
     if (path.isEmpty() || !MakeShowTheSaver(path, CurrentSystemSaver()))
         return;
     SaverSetup::Edit(parent);

@@ -4,6 +4,7 @@
 #include "platform/HelpFile.h"
 #include "platform/WindowLock.h"
 #include "runtime/Prompts.h"
+#include "slideshow/SlideShowFile.h"
 #include "systemsaver/SystemSaver.h"
 
 #include <QButtonGroup>
@@ -257,9 +258,8 @@ void SaverSetup::CmdEditShow_Click()
 void SaverSetup::CmdSelectFile_Click()
 {
     const QString folder = m_choices.showPath.isEmpty() ? QString() : FolderOf(m_choices.showPath);
-    const QString path =
-        CurrentPrompts().openFile(QStringLiteral("Select Screen Saver File"), folder,
-                                  QStringLiteral("Slide Shows (*.kav *.KAV)"));
+    const QString path = CurrentPrompts().openFile(QStringLiteral("Select Screen Saver File"),
+                                                   folder, SlideShowFilter());
     SaverChoices c = choices();
     if (SelectSaverShow(path, c))
         setChoices(c);

@@ -58,11 +58,6 @@ void PlaySlideShowFile(const QString& path, QWidget* parent)
     FullViewFrm::PlaySlideShowModal({}, parent);
 }
 
-QString SlideShowFilter()
-{
-    return QStringLiteral("Kavori Slide Shows (*.kav *.KAV *.Kav);;All files (*)");
-}
-
 QString SlideShowFolder()
 {
     const Settings& s = CurrentSettings();

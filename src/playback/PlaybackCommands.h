@@ -12,8 +12,6 @@ void PlaySlideShowFile(const QString& path, QWidget* parent = nullptr);
 
 // The folder the show pickers start in: the favourite folder, else the program's Slides folder.
 QString SlideShowFolder();
-// The filter of the show pickers.
-QString SlideShowFilter();
 
 // Brings the main window's play commands to life: "Open Slide Show", "Recent Slide Shows" and
 // "Favorite Slide Shows" each pick a show and play it. The actions are found among the

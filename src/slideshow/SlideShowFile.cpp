@@ -672,4 +672,9 @@ bool SaveSlideShow(const QString& path, Progress* progress)
     return file.error() == QFile::NoError;
 }
 
+QString SlideShowFilter()
+{
+    return QStringLiteral("Kavori Slide Shows (*.kav *.KAV *.Kav);;All files (*)");
+}
+
 } // namespace kavori

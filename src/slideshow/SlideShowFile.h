@@ -30,6 +30,9 @@ bool SaveSlideShow(const QString& path, Progress* progress = nullptr);
 // Whether the file starts as a show of the current layouts ("Version 2.0" or "Version 3.0").
 bool IsCurrentSlideShow(const QString& path);
 
+// The file type filter of every slide show picker.
+QString SlideShowFilter();
+
 // Where a file a show names is on this machine: a name relative to the show, or one whose
 // folder is gone (another machine's, a Windows drive), is looked for beside the show file.
 // Empty when it cannot be found.
