@@ -1,8 +1,11 @@
 // Exporting a show to video: 20 slides of 12 MP photos (4000 x 3000 JPEG) at 1920 x 1080,
 // 30 frames a second, each slide 2 s with a transition at the show's default speed, with a
 // tone as the show's sound. Reports the video's length over the time taken (real-time
-// factor); the export is to keep to at least 3.
+// factor); the export is to keep to at least 3. Beside it (filter VideoQuality), what the
+// encoders' settings cost in picture.
+#include "export/ExportTestFiles.h"
 #include "export/ShowExport.h"
+#include "export/ShowFrames.h"
 #include "settings/Settings.h"
 #include "slideshow/SlideShow.h"
 #include "support/PhotoLike.h"
@@ -12,6 +15,8 @@
 #include <QTemporaryDir>
 
 #include <benchmark/benchmark.h>
+
+#include <cmath>
 
 namespace {
 
@@ -74,6 +79,72 @@ void exportShow(benchmark::State& state, VideoFormat format)
     }
     state.counters["x_realtime"] = factor;
 }
+
+// The picture the encoders keep: a show of four of the photos at 1080p30, every fifth frame
+// decoded from the file against the frame as drawn. Reports the PSNR over all those frames,
+// the lowest frame's and the file's size; the colour's 4:2:0 sets a floor near 37 dB.
+void exportQuality(benchmark::State& state, VideoFormat format)
+{
+    constexpr int kStep = 5;
+    const QString folder = benchFolder();
+    qputenv("KAVORI_HOME", QFile::encodeName(folder + QStringLiteral("home")));
+    ResetSettings();
+    ResetShow();
+    Settings& s = CurrentSettings();
+    s.EnableTransitions = true;
+    s.SlideInterval = 2;
+    for (int i = 0; i < 4; ++i) {
+        Slide slide = NewSlide(folder + QStringLiteral("photo_%1.jpg").arg(i));
+        slide.SlideShrink = 1;
+        slide.SlideTransition = qint16(2 + (i * 7) % 56);
+        CurrentShow().slides.append(slide);
+    }
+    ExportOptions options;
+    options.format = format;
+    options.output = folder + (format == VideoFormat::WebM ? QStringLiteral("quality.webm")
+                                                           : QStringLiteral("quality.mp4"));
+    for (auto _ : state) {
+        QVector<QImage> drawn;
+        ShowFrames frames(options.size, options.fps, options.seed);
+        frames.walk([&drawn](const QImage& frame, qint64 number) {
+            if (number % kStep == 0)
+                drawn << frame.copy();
+            return true;
+        });
+        const ExportResult result = ExportShowToVideo(options);
+        if (!result.written) {
+            state.SkipWithError(qPrintable(result.message));
+            return;
+        }
+        const QVector<QImage> decoded = kavori::test::DecodeVideoFrames(options.output, kStep);
+        if (decoded.size() != drawn.size()) {
+            state.SkipWithError("the file's frames are not the show's");
+            return;
+        }
+        double error = 0;
+        double lowest = 1000;
+        for (int i = 0; i < drawn.size(); ++i) {
+            const double psnr = kavori::test::Psnr(drawn[i], decoded[i]);
+            lowest = std::min(lowest, psnr);
+            error += psnr >= 1000 ? 0 : 255.0 * 255.0 / std::pow(10.0, psnr / 10);
+        }
+        state.counters["psnr_dB"] = 10 * std::log10(255.0 * 255.0 * drawn.size() / error);
+        state.counters["lowest_dB"] = lowest;
+        state.counters["file_kB"] = double(QFile(options.output).size()) / 1024;
+    }
+}
+
+void BM_VideoQualityMp4(benchmark::State& state)
+{
+    exportQuality(state, VideoFormat::Mp4);
+}
+BENCHMARK(BM_VideoQualityMp4)->Unit(benchmark::kSecond)->Iterations(1);
+
+void BM_VideoQualityWebM(benchmark::State& state)
+{
+    exportQuality(state, VideoFormat::WebM);
+}
+BENCHMARK(BM_VideoQualityWebM)->Unit(benchmark::kSecond)->Iterations(1);
 
 void BM_ExportMp4_1080p30(benchmark::State& state)
 {

@@ -104,6 +104,7 @@ void ShowFrames::reset()
     m_screen = QImage();
     m_compose = QImage();
     m_base = nullptr;
+    m_drawnValid = false;
     if (m_drawing) {
         m_screen = QImage(m_size, QImage::Format_RGB32);
         m_screen.fill(Qt::black);
@@ -347,6 +348,17 @@ const QImage& ShowFrames::drawFrame(const QImage& base, qint64 time)
     }
     if (m_infoLine.isEmpty() && m_description.isEmpty() && !m_movie)
         return base;
+    // Lines standing still over a screen standing still: the frame drawn before, untouched, so
+    // its key tells the writer that nothing changed.
+    const QPoint descAt = m_motion ? m_motion->position() : QPoint();
+    if (!m_movie && m_drawnValid && base.cacheKey() == m_drawnBase && m_infoLine == m_drawnInfo &&
+        m_description == m_drawnDescription && descAt == m_drawnAt)
+        return m_frame_;
+    m_drawnValid = !m_movie;
+    m_drawnBase = base.cacheKey();
+    m_drawnInfo = m_infoLine;
+    m_drawnDescription = m_description;
+    m_drawnAt = descAt;
     if (m_frame_.size() != base.size() || m_frame_.format() != base.format())
         m_frame_ = QImage(base.size(), base.format());
     std::memcpy(m_frame_.bits(), base.constBits(), size_t(base.sizeInBytes()));

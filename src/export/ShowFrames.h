@@ -97,6 +97,12 @@ private:
     QImage m_screen;  // what the player's screen shows
     QImage m_compose; // the next slide, reused from slide to slide
     QImage m_frame_;  // the screen with the lines over it, reused from frame to frame
+    // What m_frame_ was drawn from: the screen's key, the lines and where the description stood.
+    bool m_drawnValid = false;
+    qint64 m_drawnBase = 0;
+    QString m_drawnInfo;
+    QString m_drawnDescription;
+    QPoint m_drawnAt;
     const QImage* m_base =
         nullptr; // the picture the next frames show (the canvas's during an effect)
     std::unique_ptr<SlideDecoder> m_decoder;

@@ -3,8 +3,11 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <QThread>
+
 #include <gst/app/gstappsrc.h>
 #include <gst/gst.h>
+#include <gst/video/video.h>
 
 #include <cstring>
 
@@ -33,6 +36,7 @@ QString EncoderChain(VideoFormat format, const QSize& size, int fps, QString* mi
     const QString keyframes = QString::number(std::max(1, fps * 2));
     const qint64 bitrate =
         std::max<qint64>(1000000, qint64(size.width()) * size.height() * fps / 6);
+    const int threads = std::max(1, QThread::idealThreadCount());
     if (format == VideoFormat::WebM) {
         for (const char* name : {"vp9enc", "opusenc", "webmmux"}) {
             if (!HasElement(name)) {
@@ -41,16 +45,17 @@ QString EncoderChain(VideoFormat format, const QSize& size, int fps, QString* mi
             }
         }
         // Real-time speed at a constant quality, capped at a rate that keeps detailed photos
-        // sharp: a slide stands still most of the time, so the size follows what moves.
-        return QStringLiteral(
-                   "video. ! queue ! videoconvert n-threads=2 ! video/x-raw,format=I420 ! "
-                   "vp9enc deadline=1 cpu-used=8 end-usage=cq cq-level=20 "
-                   "target-bitrate=%2 row-mt=true keyframe-max-dist=%1 ! queue ! "
-                   "webmmux name=mux ! filesink name=sink "
-                   "audio. ! queue ! audioconvert ! opusenc bitrate=128000 ! queue ! "
-                   "mux.")
+        // sharp: a slide stands still most of the time, so the size follows what moves. No
+        // frames held back for look-ahead: the encoder's threads keep busy instead of waiting.
+        return QStringLiteral("video. ! queue ! vp9enc deadline=1 cpu-used=8 end-usage=cq "
+                              "cq-level=20 target-bitrate=%2 row-mt=true threads=%3 "
+                              "lag-in-frames=0 keyframe-max-dist=%1 ! queue ! "
+                              "webmmux name=mux ! filesink name=sink "
+                              "audio. ! queue ! audioconvert ! opusenc bitrate=128000 ! queue ! "
+                              "mux.")
             .arg(keyframes)
-            .arg(bitrate);
+            .arg(bitrate)
+            .arg(threads);
     }
     for (const char* name : {"x264enc", "mp4mux", "h264parse"}) {
         if (!HasElement(name)) {
@@ -68,13 +73,16 @@ QString EncoderChain(VideoFormat format, const QSize& size, int fps, QString* mi
         return {};
     }
     // High profile 4:2:0 plays on every phone and browser; the index goes to the front so a
-    // web page can start playing before the whole file has come.
-    return QStringLiteral("video. ! queue ! videoconvert n-threads=2 ! video/x-raw,format=I420 ! "
-                          "x264enc speed-preset=superfast pass=qual quantizer=20 key-int-max=%1 ! "
+    // web page can start playing before the whole file has come. The fastest preset at constant
+    // quality 20 keeps photos as sharp as slower ones do (bench/README.md); its larger stream is
+    // capped at the same rate as VP9's, where the element's default of 2 Mbit/s would starve 1080p.
+    return QStringLiteral("video. ! queue ! x264enc speed-preset=ultrafast pass=qual quantizer=20 "
+                          "bitrate=%3 key-int-max=%1 ! "
                           "video/x-h264,profile=high ! h264parse ! queue ! "
                           "mp4mux name=mux faststart=true ! filesink name=sink "
                           "audio. ! queue ! audioconvert ! %2 ! queue ! mux.")
-        .arg(keyframes, aac);
+        .arg(keyframes, aac)
+        .arg(bitrate / 1000);
 }
 
 QString PartName(const QString& path)
@@ -107,6 +115,16 @@ struct VideoWriter::Pipeline {
     GstElement* video = nullptr;
     GstElement* audio = nullptr;
     GstBus* bus = nullptr;
+    // Frames come as 32-bit RGB and go to the encoders as 4:2:0 YUV, converted here on every
+    // core, once per picture that changed.
+    GstVideoInfo rgb;
+    GstVideoInfo yuv;
+    GstVideoConverter* converter = nullptr;
+    // The frame pushed last and the key of the picture it was made from: a picture that did
+    // not change (a slide standing still) goes again as the same pixels, not drawn, converted
+    // or copied again.
+    GstBuffer* last = nullptr;
+    qint64 lastKey = 0;
 };
 
 VideoWriter::VideoWriter() = default;
@@ -155,14 +173,31 @@ bool VideoWriter::open(const QString& path, VideoFormat format, const QSize& siz
     m_p->bus = gst_element_get_bus(pipeline);
 
 #if Q_BYTE_ORDER == Q_LITTLE_ENDIAN
-    const char* rgb = "BGRx";
+    gst_video_info_set_format(&m_p->rgb, GST_VIDEO_FORMAT_BGRx, guint(size.width()),
+                              guint(size.height()));
 #else
-    const char* rgb = "xRGB";
+    gst_video_info_set_format(&m_p->rgb, GST_VIDEO_FORMAT_xRGB, guint(size.width()),
+                              guint(size.height()));
 #endif
-    GstCaps* videoCaps = gst_caps_new_simple(
-        "video/x-raw", "format", G_TYPE_STRING, rgb, "width", G_TYPE_INT, size.width(), "height",
-        G_TYPE_INT, size.height(), "framerate", GST_TYPE_FRACTION, m_fps, 1, "pixel-aspect-ratio",
-        GST_TYPE_FRACTION, 1, 1, nullptr);
+    gst_video_info_set_format(&m_p->yuv, GST_VIDEO_FORMAT_I420, guint(size.width()),
+                              guint(size.height()));
+    // The colours a player assumes for a video of this size (and the ones the stream says).
+    gst_video_colorimetry_from_string(&m_p->yuv.colorimetry,
+                                      size.height() > 576 ? "bt709" : "bt601");
+    for (GstVideoInfo* info : {&m_p->rgb, &m_p->yuv}) {
+        info->fps_n = m_fps;
+        info->fps_d = 1;
+    }
+    m_p->converter = gst_video_converter_new(
+        &m_p->rgb, &m_p->yuv,
+        gst_structure_new("options", GST_VIDEO_CONVERTER_OPT_THREADS, G_TYPE_UINT,
+                          guint(std::max(1, QThread::idealThreadCount())), nullptr));
+    if (!m_p->converter) {
+        m_error = QStringLiteral("The frames cannot be converted for the encoder.");
+        abort();
+        return false;
+    }
+    GstCaps* videoCaps = gst_video_info_to_caps(&m_p->yuv);
     gst_app_src_set_caps(GST_APP_SRC(m_p->video), videoCaps);
     gst_caps_unref(videoCaps);
     GstCaps* audioCaps =
@@ -249,29 +284,57 @@ bool VideoWriter::addFrame(const QImage& frame)
 {
     if (!m_p || !m_error.isEmpty())
         return false;
+    // A picture's key changes whenever its pixels do: the same key is the same frame.
+    if (m_p->last && frame.cacheKey() == m_p->lastKey) {
+        // A new buffer for the new time, sharing the pixels of the one before.
+        GstBuffer* again = gst_buffer_copy(m_p->last);
+        stamp(again);
+        return push(m_p->video, again);
+    }
     QImage picture = frame;
     if (picture.format() != QImage::Format_RGB32 && picture.format() != QImage::Format_ARGB32)
         picture = picture.convertToFormat(QImage::Format_RGB32);
     if (picture.size() != m_size)
         picture = picture.scaled(m_size);
-    const gsize rowBytes = gsize(m_size.width()) * 4;
-    GstBuffer* buffer =
-        gst_buffer_new_allocate(nullptr, rowBytes * gsize(m_size.height()), nullptr);
-    GstMapInfo map;
-    gst_buffer_map(buffer, &map, GST_MAP_WRITE);
-    if (gsize(picture.bytesPerLine()) == rowBytes) {
-        std::memcpy(map.data, picture.constBits(), rowBytes * gsize(m_size.height()));
-    } else {
-        for (int y = 0; y < m_size.height(); ++y)
-            std::memcpy(map.data + rowBytes * gsize(y), picture.constScanLine(y), rowBytes);
+    if (picture.bytesPerLine() != GST_VIDEO_INFO_PLANE_STRIDE(&m_p->rgb, 0))
+        picture = picture.copy();
+    // The picture's own pixels are read in place.
+    GstBuffer* source = gst_buffer_new_wrapped_full(
+        GST_MEMORY_FLAG_READONLY, const_cast<uchar*>(picture.constBits()),
+        gsize(picture.sizeInBytes()), 0, gsize(picture.sizeInBytes()), nullptr, nullptr);
+    GstBuffer* buffer = gst_buffer_new_allocate(nullptr, GST_VIDEO_INFO_SIZE(&m_p->yuv), nullptr);
+    GstVideoFrame in;
+    GstVideoFrame out;
+    const bool mappedIn = gst_video_frame_map(&in, &m_p->rgb, source, GST_MAP_READ);
+    const bool mappedOut = mappedIn && gst_video_frame_map(&out, &m_p->yuv, buffer, GST_MAP_WRITE);
+    if (mappedOut) {
+        gst_video_converter_frame(m_p->converter, &in, &out);
+        gst_video_frame_unmap(&out);
     }
-    gst_buffer_unmap(buffer, &map);
-    GST_BUFFER_PTS(buffer) = gst_util_uint64_scale(guint64(m_frames), GST_SECOND, guint64(m_fps));
-    GST_BUFFER_DURATION(buffer) =
-        gst_util_uint64_scale(guint64(m_frames + 1), GST_SECOND, guint64(m_fps)) -
-        GST_BUFFER_PTS(buffer);
-    ++m_frames;
+    if (mappedIn)
+        gst_video_frame_unmap(&in);
+    gst_buffer_unref(source);
+    if (!mappedOut) {
+        gst_buffer_unref(buffer);
+        m_error = QStringLiteral("The video file could not be written.");
+        return false;
+    }
+    stamp(buffer);
+    if (m_p->last)
+        gst_buffer_unref(m_p->last);
+    m_p->last = gst_buffer_ref(buffer);
+    m_p->lastKey = frame.cacheKey();
     return push(m_p->video, buffer);
+}
+
+void VideoWriter::stamp(void* buffer)
+{
+    auto* b = static_cast<GstBuffer*>(buffer);
+    GST_BUFFER_PTS(b) = gst_util_uint64_scale(guint64(m_frames), GST_SECOND, guint64(m_fps));
+    GST_BUFFER_DURATION(b) =
+        gst_util_uint64_scale(guint64(m_frames + 1), GST_SECOND, guint64(m_fps)) -
+        GST_BUFFER_PTS(b);
+    ++m_frames;
 }
 
 bool VideoWriter::addAudio(const qint16* samples, qint64 frames)
@@ -337,6 +400,10 @@ void VideoWriter::close()
     if (!m_p)
         return;
     gst_element_set_state(m_p->pipeline, GST_STATE_NULL);
+    if (m_p->last)
+        gst_buffer_unref(m_p->last);
+    if (m_p->converter)
+        gst_video_converter_free(m_p->converter);
     gst_object_unref(m_p->video);
     gst_object_unref(m_p->audio);
     gst_object_unref(m_p->bus);

@@ -32,7 +32,8 @@ public:
 
     // False (with error()) when an encoder is missing or the file cannot be made.
     bool open(const QString& path, VideoFormat format, const QSize& size, int fps);
-    // One frame (32-bit RGB, the size given to open()), shown 1 / fps seconds.
+    // One frame (32-bit RGB, the size given to open()), shown 1 / fps seconds. A picture
+    // unchanged since the frame before (the same QImage::cacheKey()) costs next to nothing.
     bool addFrame(const QImage& frame);
     // Interleaved stereo samples following the ones before.
     bool addAudio(const qint16* samples, qint64 frames);
@@ -48,6 +49,8 @@ public:
 private:
     struct Pipeline;
     bool push(void* source, void* buffer);
+    // Gives a video buffer the time of the next frame.
+    void stamp(void* buffer);
     bool checkBus();
     void close();
     void discardPart();

@@ -10,6 +10,7 @@
 #include <gst/gst.h>
 #include <gst/pbutils/pbutils.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace kavori::test {
@@ -45,7 +46,7 @@ QByteArray MakeToneWave(int milliseconds, int rate, double hertz)
     return wave;
 }
 
-QVector<QImage> DecodeVideoFrames(const QString& path)
+QVector<QImage> DecodeVideoFrames(const QString& path, int step)
 {
     QVector<QImage> frames;
     if (!StartGStreamer())
@@ -65,7 +66,12 @@ QVector<QImage> DecodeVideoFrames(const QString& path)
     GstElement* sink = gst_bin_get_by_name(GST_BIN(pipeline), "sink");
     gst_element_set_state(pipeline, GST_STATE_PLAYING);
     // A decoder that stalls or fails ends the list rather than the test run.
+    int number = 0;
     while (GstSample* sample = gst_app_sink_try_pull_sample(GST_APP_SINK(sink), 10 * GST_SECOND)) {
+        if (number++ % std::max(1, step) != 0) {
+            gst_sample_unref(sample);
+            continue;
+        }
         GstCaps* caps = gst_sample_get_caps(sample);
         const GstStructure* s = gst_caps_get_structure(caps, 0);
         int width = 0, height = 0;

@@ -10,8 +10,8 @@ namespace kavori::test {
 // A mono 16-bit wave of a sine tone.
 QByteArray MakeToneWave(int milliseconds, int rate = 22050, double hertz = 440.0);
 
-// Every frame of a video file, decoded to 32-bit RGB.
-QVector<QImage> DecodeVideoFrames(const QString& path);
+// Every frame of a video file (or every step-th from the first), decoded to 32-bit RGB.
+QVector<QImage> DecodeVideoFrames(const QString& path, int step = 1);
 
 // What GStreamer's discoverer says of a file: the caps of its streams and its length.
 struct Discovered {

@@ -205,3 +205,39 @@ TEST_F(ShowFramesTest, TheSameSeedGivesTheSameFrames)
     EXPECT_EQ(seen, 4);
     EXPECT_FALSE(Transitions().TransitionStop);
 }
+
+TEST_F(ShowFramesTest, AStandingFrameKeepsItsKeySoTheWriterSendsItAgain)
+{
+    makeShow();
+    CurrentSettings().ShowFilenames = true; // a line drawn over every frame
+    for (bool bouncing : {false, true}) {
+        SCOPED_TRACE(bouncing ? "bouncing description" : "standing description");
+        DescriptionLook look = DefaultDescriptionLook();
+        look.location = bouncing ? kDescBouncing : DefaultDescriptionLook().location;
+        SetDefaultDescriptionLook(look);
+        ShowFrames frames(kSize, kFps, 7);
+        QImage before;
+        qint64 beforeKey = 0;
+        int kept = 0;
+        int changed = 0;
+        frames.walk([&](const QImage& frame, qint64 number) {
+            if (number > 0 && frame.cacheKey() == beforeKey) {
+                ++kept;
+                EXPECT_EQ(frame, before) << "frame " << number;
+            } else if (number > 0 && frame != before) {
+                ++changed;
+            }
+            before = frame.copy();
+            beforeKey = frame.cacheKey();
+            return true;
+        });
+        // Slides stand most of the time; a bouncing description moves on every tick of its
+        // slide and still the other slides' frames repeat.
+        EXPECT_GT(kept, 0);
+        EXPECT_GT(changed, 0);
+        if (bouncing)
+            EXPECT_LT(kept, frames.frameCount() * 3 / 4);
+        else
+            EXPECT_GT(kept, frames.frameCount() / 2);
+    }
+}

@@ -191,3 +191,31 @@ TEST_F(VideoExportTest, CancelAndFailureLeaveNoHalfWrittenFile)
     EXPECT_EQ(ExportTimeLeftText(10, 100, 5.0), QStringLiteral("about 0:45 left"));
     EXPECT_EQ(ExportTimeLeftText(50, 100, 130.0), QStringLiteral("about 2:10 left"));
 }
+
+TEST_F(VideoExportTest, APictureChangedInPlaceIsNotTakenForTheFrameBefore)
+{
+    // The writer sends a picture again when its key says it did not change; drawing into the
+    // same picture changes its key, so the change reaches the video.
+    const QString file = root() + QStringLiteral("inplace.webm");
+    VideoWriter writer;
+    ASSERT_TRUE(writer.open(file, VideoFormat::WebM, kSize, kFps)) << writer.error().toStdString();
+    QImage picture(kSize, QImage::Format_RGB32);
+    picture.fill(Qt::red);
+    for (int i = 0; i < 3; ++i)
+        ASSERT_TRUE(writer.addFrame(picture));
+    picture.fill(Qt::blue);
+    for (int i = 0; i < 2; ++i)
+        ASSERT_TRUE(writer.addFrame(picture));
+    const QImage copy = picture.copy(); // another picture of the same pixels
+    ASSERT_TRUE(writer.addFrame(copy));
+    ASSERT_TRUE(writer.finish()) << writer.error().toStdString();
+
+    const QVector<QImage> frames = DecodeVideoFrames(file);
+    ASSERT_EQ(frames.size(), 6);
+    QImage red(kSize, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    QImage blue(kSize, QImage::Format_RGB32);
+    blue.fill(Qt::blue);
+    for (int i = 0; i < 6; ++i)
+        EXPECT_GT(Psnr(i < 3 ? red : blue, frames[i]), 35.0) << "frame " << i;
+}
