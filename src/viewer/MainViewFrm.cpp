@@ -1,6 +1,7 @@
 #include "MainViewFrm.h"
 
 #include "AppIcon.h"
+#include "DesktopCommands.h"
 #include "DropRequest.h"
 #include "EditDialogs.h"
 #include "FolderBrowse.h"
@@ -121,6 +122,7 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     ConnectZipCommands(this);
     ConnectRemovableCommands(this);
     ConnectSystemCommands(this);
+    ConnectDesktopCommands(this);
     ConnectSaverCommands(this);
     ConnectPackageCommands(this);
     ConnectThumbnailCommands(this);

@@ -1,0 +1,135 @@
+#include "fileutil/Wallpaper.h"
+#include "platform/AppPaths.h"
+#include "platform/DesktopPrograms.h"
+#include "platform/StartupState.h"
+#include "settings/Settings.h"
+#include "support/KavoriTest.h"
+#include "viewer/MainViewFrm.h"
+
+#include <QAction>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QImage>
+#include <QUrl>
+
+using namespace kavori;
+
+// The main window's desktop commands end to end, with the desktop's tools recorded.
+class DesktopCommandsTest : public kavori::test::KavoriTest {
+protected:
+    void SetUp() override
+    {
+        KavoriTest::SetUp();
+        ResetSettings();
+        ResetStartup();
+        CurrentSettings().StartupDialog = 0;
+        for (const char* name : {"PATH", "XDG_CURRENT_DESKTOP", "DISPLAY", "DESKTOP_SESSION"})
+            m_saved << qMakePair(QByteArray(name), qgetenv(name));
+        bin = root() + QStringLiteral("bin/");
+        QDir().mkpath(bin);
+        qputenv("PATH", QFile::encodeName(bin));
+        qunsetenv("DISPLAY");
+        qunsetenv("DESKTOP_SESSION");
+        SetDesktopRunner(
+            [this](const QString& program, const QStringList& arguments, QString* output) {
+                const QString line =
+                    (QStringList{QFileInfo(program).fileName()} + arguments).join(u' ');
+                calls << line;
+                for (auto it = replies.cbegin(); it != replies.cend(); ++it)
+                    if (line.startsWith(it.key()) && output)
+                        *output = it.value();
+                return true;
+            });
+    }
+    void TearDown() override
+    {
+        SetDesktopRunner({});
+        for (const auto& [name, value] : std::as_const(m_saved)) {
+            if (value.isNull())
+                qunsetenv(name.constData());
+            else
+                qputenv(name.constData(), value);
+        }
+        KavoriTest::TearDown();
+    }
+    void install(const QString& name)
+    {
+        const QString path = writeFile(bin + name, "#!/bin/sh\nexit 0\n");
+        QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+    static void run(MainViewFrm& w, const char* action)
+    {
+        QAction* a = w.menus().action(QString::fromLatin1(action));
+        ASSERT_TRUE(a->isEnabled()) << action;
+        a->trigger();
+    }
+    QString picture(const QString& name, Qt::GlobalColor color)
+    {
+        QImage image(30, 20, QImage::Format_RGB32);
+        image.fill(color);
+        const QString path = root() + name;
+        image.save(path);
+        return path;
+    }
+
+    QString bin;
+    QStringList calls;
+    QMap<QString, QString> replies;
+    QList<QPair<QByteArray, QByteArray>> m_saved;
+};
+
+TEST_F(DesktopCommandsTest, WallpaperCommandsFromTheSystemMenu)
+{
+    qputenv("XDG_CURRENT_DESKTOP", "GNOME");
+    install(QStringLiteral("gsettings"));
+    MainViewFrm w;
+
+    run(w, "mnuSetWallpaper");
+    EXPECT_EQ(prompts().texts(),
+              QStringList{"An image has not been opened yet, unable to set the wallpaper..."});
+    EXPECT_EQ(calls, QStringList());
+
+    // The options of the settings file choose the style; the desktop gets a kept copy.
+    const QString photo = picture(QStringLiteral("beach.jpg"), Qt::yellow);
+    ASSERT_TRUE(w.openImage(photo));
+    CurrentSettings().WallpaperStretch = true;
+    CurrentSettings().WallpaperAspect = true;
+    run(w, "mnuSetWallpaper");
+    const QString copy = PathNoCase(AppPath(), QStringLiteral("Wallpaper/beach.jpg"));
+    EXPECT_TRUE(QFileInfo(copy).isFile());
+    const QString uri = QUrl::fromLocalFile(copy).toString(QUrl::FullyEncoded);
+    EXPECT_TRUE(calls.contains(QStringLiteral("gsettings set org.gnome.desktop.background "
+                                              "picture-uri '") +
+                               uri + u'\''))
+        << calls.join(u'\n').toStdString();
+    EXPECT_TRUE(calls.contains(
+        QStringLiteral("gsettings set org.gnome.desktop.background picture-options 'scaled'")));
+    calls.clear();
+    run(w, "mnuTileImage");
+    EXPECT_TRUE(calls.contains(
+        QStringLiteral("gsettings set org.gnome.desktop.background picture-options 'wallpaper'")));
+    calls.clear();
+    run(w, "mnuClearWallpaper");
+    EXPECT_EQ(calls, QStringList{QStringLiteral(
+                         "gsettings set org.gnome.desktop.background picture-options 'none'")});
+
+    // Open Wallpaper shows the desktop's picture in the window.
+    const QString other = picture(QStringLiteral("forest.png"), Qt::green);
+    replies[QStringLiteral("gsettings get org.gnome.desktop.background picture-options")] =
+        QStringLiteral("'zoom'");
+    replies[QStringLiteral("gsettings get org.gnome.desktop.background picture-uri")] =
+        u'\'' + QUrl::fromLocalFile(other).toString() + u'\'';
+    run(w, "mnuLoadWallpaper");
+    EXPECT_EQ(w.document().currentFile(), other);
+    EXPECT_EQ(prompts().calls.size(), 1);
+
+    // No desktop setting anywhere: said once, nothing run.
+    prompts().clear();
+    calls.clear();
+    qunsetenv("XDG_CURRENT_DESKTOP");
+    for (const char* command : {"mnuSetWallpaper", "mnuTileImage", "mnuClearWallpaper"})
+        run(w, command);
+    EXPECT_EQ(prompts().texts(), QStringList(3, NoWallpaperSettingMessage()));
+    EXPECT_EQ(calls, QStringList());
+}
