@@ -8,4 +8,7 @@ class MainViewFrm;
 // opening the picture in another program.
 void ConnectDesktopCommands(MainViewFrm* window);
 
+// Shows the open-with entries that have a program, named after it.
+void UpdateOpenWithMenu(MainViewFrm* window);
+
 } // namespace kavori

@@ -85,9 +85,6 @@ TEST_F(CommandWalkTest, OnlyStateDependentAndUnbuiltCommandsAreDisabled)
         "mnuQuickCopy11", "mnuQuickCopy12", "mnuQuickMove1", "mnuQuickMove2", "mnuQuickMove3",
         "mnuQuickMove4", "mnuQuickMove5", "mnuQuickMove6", "mnuQuickMove7", "mnuQuickMove8",
         "mnuQuickMove9", "mnuQuickMove10", "mnuQuickMove11", "mnuQuickMove12",
-        // Being built: desktop integration (open-with programs).
-        "mnuSelectProgram", "mnuSelectProgram2", "mnuSelectProgram3", "mnuSelectProgram4",
-        "mnuSelectProgram5",
         // No issue builds these yet (finding pictures and shows, arranging, renaming and
         // deleting shows from the main window); they are listed so the gap stays visible.
         "mnuFindImage", "btnFind", "mnuArrangeList", "btnArrange", "mnuRenameShow",

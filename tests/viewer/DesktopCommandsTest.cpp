@@ -2,7 +2,9 @@
 #include "platform/AppPaths.h"
 #include "platform/DesktopPrograms.h"
 #include "platform/StartupState.h"
+#include "runtime/MsgBox.h"
 #include "settings/Settings.h"
+#include "settings/SettingsCatalogue.h"
 #include "support/KavoriTest.h"
 #include "viewer/MainViewFrm.h"
 
@@ -24,7 +26,8 @@ protected:
         ResetSettings();
         ResetStartup();
         CurrentSettings().StartupDialog = 0;
-        for (const char* name : {"PATH", "XDG_CURRENT_DESKTOP", "DISPLAY", "DESKTOP_SESSION"})
+        for (const char* name :
+             {"PATH", "XDG_CURRENT_DESKTOP", "DISPLAY", "DESKTOP_SESSION", "XDG_DATA_DIRS"})
             m_saved << qMakePair(QByteArray(name), qgetenv(name));
         bin = root() + QStringLiteral("bin/");
         QDir().mkpath(bin);
@@ -132,4 +135,86 @@ TEST_F(DesktopCommandsTest, WallpaperCommandsFromTheSystemMenu)
         run(w, command);
     EXPECT_EQ(prompts().texts(), QStringList(3, NoWallpaperSettingMessage()));
     EXPECT_EQ(calls, QStringList());
+}
+
+// Open With: the user picks from the desktop's applications for the picture's type, the choice
+// is kept in the settings file and names a menu entry, and the picture opens in it.
+TEST_F(DesktopCommandsTest, OpenWithProgramsArePickedRememberedAndStarted)
+{
+    qputenv("XDG_DATA_DIRS", QFile::encodeName(root() + QStringLiteral("usr")));
+    writeFile(QStringLiteral("usr/applications/paint.desktop"),
+              "[Desktop Entry]\nType=Application\nName=Paint && Draw\nExec=paint --open %f\n"
+              "MimeType=image/png;\n");
+    writeFile(
+        QStringLiteral("usr/applications/kavori.desktop"),
+        "[Desktop Entry]\nType=Application\nName=Kavori\nExec=Kavori %F\nMimeType=image/png;\n");
+    writeFile(
+        QStringLiteral("usr/applications/jpegonly.desktop"),
+        "[Desktop Entry]\nType=Application\nName=Jpeg Tool\nExec=jt %f\nMimeType=image/jpeg;\n");
+    install(QStringLiteral("paint"));
+    MainViewFrm w;
+    for (const char* entry : {"mnuOpenEditor", "mnuOpenEditor3"})
+        EXPECT_FALSE(w.menus().action(QString::fromLatin1(entry))->isVisible());
+
+    const QString png = picture(QStringLiteral("drawing.png"), Qt::cyan);
+    ASSERT_TRUE(w.openImage(png));
+    prompts().inputs << QStringLiteral("Paint && Draw");
+    run(w, "mnuSelectProgram3");
+    ASSERT_EQ(prompts().pickerCalls.size(), 1);
+    EXPECT_EQ(prompts().pickerCalls[0],
+              QStringLiteral("chooseItem: Kavori - [Select Program 3] (Paint && Draw, Other "
+                             "Program..., (No Program))"));
+    EXPECT_EQ(calls, QStringList{QStringLiteral("paint --open ") + png});
+    // Remembered in the settings file and shown as the third entry.
+    EXPECT_EQ(CurrentSettings().OpenWithProgram[2], QStringLiteral("paint.desktop"));
+    const QString ini = QString::fromUtf8(readFile(SettingsFilePath()));
+    EXPECT_TRUE(ini.contains(QLatin1String("OpenWithProgram3=\"paint.desktop\"")) ||
+                ini.contains(QLatin1String("OpenWithProgram3=paint.desktop")))
+        << ini.toStdString();
+    QAction* entry = w.menus().action(QStringLiteral("mnuOpenEditor3"));
+    EXPECT_TRUE(entry->isVisible());
+    EXPECT_TRUE(entry->isEnabled());
+    EXPECT_EQ(entry->text(), QStringLiteral("&3 Paint &&&& Draw"));
+
+    calls.clear();
+    entry->trigger();
+    EXPECT_EQ(calls, QStringList{QStringLiteral("paint --open ") + png});
+
+    // A program file of the user's choice; a file that is not a program is refused.
+    const QString tool = writeFile(QStringLiteral("tools/retouch"), "#!/bin/sh\n");
+    QFile::setPermissions(tool, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    calls.clear();
+    prompts().inputs << QStringLiteral("Other Program...");
+    prompts().files << png;
+    run(w, "mnuSelectProgram");
+    EXPECT_EQ(prompts().texts().value(0),
+              QStringLiteral("The selected file is not a program that can be started:") +
+                  NewLine() + png);
+    prompts().inputs << QStringLiteral("Other Program...");
+    prompts().files << tool;
+    run(w, "mnuSelectProgram");
+    EXPECT_EQ(calls, QStringList{QStringLiteral("retouch ") + png});
+    EXPECT_EQ(w.menus().action(QStringLiteral("mnuOpenEditor"))->text(),
+              QStringLiteral("&1 retouch"));
+
+    // Cleared: the entry goes away. Cancelled: nothing changes.
+    prompts().inputs << QStringLiteral("(No Program)");
+    run(w, "mnuSelectProgram");
+    EXPECT_FALSE(w.menus().action(QStringLiteral("mnuOpenEditor"))->isVisible());
+    run(w, "mnuSelectProgram3"); // unscripted: cancelled
+    EXPECT_EQ(CurrentSettings().OpenWithProgram[2], QStringLiteral("paint.desktop"));
+
+    // A new window shows what the settings remember; an uninstalled program is reported.
+    QFile::remove(root() + QStringLiteral("usr/applications/paint.desktop"));
+    MainViewFrm again;
+    ASSERT_TRUE(again.openImage(png));
+    prompts().clear();
+    calls.clear();
+    QAction* kept = again.menus().action(QStringLiteral("mnuOpenEditor3"));
+    EXPECT_TRUE(kept->isVisible());
+    kept->trigger();
+    EXPECT_EQ(calls, QStringList());
+    EXPECT_TRUE(prompts().texts().value(0).startsWith(
+        QStringLiteral("The program chosen for this entry is no longer installed:") + NewLine() +
+        QStringLiteral("Paint && Draw")));
 }
