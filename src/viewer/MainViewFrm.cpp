@@ -17,6 +17,7 @@
 #include "files/ZipCommands.h"
 #include "frmPreferences.h"
 #include "frmTip.h"
+#include "frmToolbar.h"
 #include "imaging/ImageSaving.h"
 #include "imaging/ImageTypes.h"
 #include "imaging/PictureLoader.h"
@@ -542,6 +543,8 @@ void MainViewFrm::runStartSequence()
     DoEvents();
     if (!alive || m_ending)
         return;
+    if (CurrentSettings().ShowToolbar && !findChild<frmToolbar*>())
+        (new frmToolbar(this))->showAtSavedPlace();
     const StartupState& start = CurrentStartup();
     // A show to edit was named on the command line: the editor opens with it, nothing else.
     if (!start.EditFile.isEmpty()) {
