@@ -7,6 +7,7 @@
 #include "FolderBrowse.h"
 #include "ImagePrinting.h"
 #include "ImageView.h"
+#include "MenuHelp.h"
 #include "RecentFiles.h"
 #include "StartRequest.h"
 #include "SystemCommands.h"
@@ -129,6 +130,8 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     ConnectThumbnailCommands(this);
     ConnectBrowserCommands(this);
     ApplyCommandIcons(this);
+    // After every command is in its menu (some are added by the Connect... functions).
+    InstallMenuHelp(menuBar());
 
     m_statusText = new QLabel(this);
     m_statusText->setObjectName(QStringLiteral("lblStatus"));
