@@ -9,6 +9,7 @@
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QFile>
+#include <QImage>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
@@ -91,6 +92,15 @@ TEST_F(HelpTopicsTest, EveryMenuCommandHasATopic)
         if (!names.contains(topic))
             stale << topic;
     EXPECT_EQ(stale, QStringList());
+    // Its pictures are there.
+    const QRegularExpression image(QStringLiteral("<img src=\"([^\"]+)\""));
+    int pictures = 0;
+    for (auto it = image.globalMatch(page); it.hasNext(); ++pictures) {
+        const QString file = it.next().captured(1);
+        EXPECT_FALSE(QImage(PathNoCase(AppPath(), QStringLiteral("Help/") + file)).isNull())
+            << file.toStdString();
+    }
+    EXPECT_EQ(pictures, 8);
     // The contents lead to the page.
     EXPECT_TRUE(readFile(HelpPagePath()).contains("href=\"commands.html\""));
 }
