@@ -33,4 +33,27 @@ QString CommandHelpTopic(const QString& command)
     return QStringLiteral("commands#") + command;
 }
 
+namespace {
+QString& messageTopic()
+{
+    static QString topic;
+    return topic;
+}
+} // namespace
+
+MessageHelpTopic::MessageHelpTopic(const QString& topic) : m_previous(messageTopic())
+{
+    messageTopic() = topic;
+}
+
+MessageHelpTopic::~MessageHelpTopic()
+{
+    messageTopic() = m_previous;
+}
+
+QString MessageHelpTopic::current()
+{
+    return messageTopic();
+}
+
 } // namespace kavori

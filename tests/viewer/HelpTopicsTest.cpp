@@ -2,6 +2,7 @@
 #include "platform/HelpFile.h"
 #include "platform/StartupState.h"
 #include "settings/Settings.h"
+#include "startup/StartupChecks.h"
 #include "support/KavoriTest.h"
 #include "viewer/MainViewFrm.h"
 
@@ -134,6 +135,40 @@ TEST_F(HelpTopicsTest, F1OnAMenuEntryOpensItsTopic)
     ASSERT_EQ(catcher.urls.size(), 2);
     EXPECT_EQ(catcher.urls[1].fileName(), QStringLiteral("index.html"));
     EXPECT_EQ(catcher.urls[1].fragment(), QString());
+}
+
+// The start-up messages' Help buttons open their own topic while they are shown, and each
+// topic is on its page.
+TEST_F(HelpTopicsTest, StartupMessagesHaveTheirTopics)
+{
+    const QString page = QString::fromUtf8(readFile(HelpPagePath(QStringLiteral("startup"))));
+    for (const char* place : {"colors", "colors256", "registry", "moved"})
+        EXPECT_TRUE(page.contains(QStringLiteral("id=\"") + QString::fromLatin1(place) + u'"'))
+            << place;
+    EXPECT_TRUE(readFile(HelpPagePath()).contains("href=\"startup.html\""));
+
+    EXPECT_EQ(MessageHelpTopic::current(), QString());
+    {
+        const MessageHelpTopic outer(QStringLiteral("startup#registry"));
+        {
+            const MessageHelpTopic inner(QStringLiteral("startup#moved"));
+            EXPECT_EQ(MessageHelpTopic::current(), QStringLiteral("startup#moved"));
+        }
+        EXPECT_EQ(MessageHelpTopic::current(), QStringLiteral("startup#registry"));
+        ShowHelp(MessageHelpTopic::current());
+    }
+    EXPECT_EQ(MessageHelpTopic::current(), QString());
+    ASSERT_EQ(catcher.urls.size(), 1);
+    EXPECT_EQ(catcher.urls[0].fileName(), QStringLiteral("startup.html"));
+    EXPECT_EQ(catcher.urls[0].fragment(), QStringLiteral("registry"));
+
+    // The program-path check of a first start shows its message under its topic.
+    QString topicShown;
+    prompts().onMessage = [&](const kavori::test::PromptRecorder::Call&) {
+        topicShown = MessageHelpTopic::current();
+    };
+    EXPECT_TRUE(CheckProgramPath());
+    EXPECT_EQ(topicShown, QStringLiteral("startup#registry"));
 }
 
 #include "HelpTopicsTest.moc"
