@@ -326,7 +326,6 @@ QStringList DesktopCommandFor(const DesktopApplication& app, const QString& file
         }
         if (!out.isEmpty() || w.isEmpty())
             command << out; // a word of dropped codes alone is no argument
-
     }
     if (!placed)
         command << file;
