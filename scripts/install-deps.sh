@@ -14,9 +14,11 @@ PACKAGES=(
     libfluidsynth-dev timgm6mb-soundfont
     libavif-dev libheif-dev libjxl-dev
     libheif-examples libavif-bin libjxl-tools
+    gsettings-desktop-schemas dbus
     libgtest-dev libgmock-dev googletest libbenchmark-dev libjpeg62-turbo-dev
     xvfb xauth x11-utils x11-apps xscreensaver
     fonts-dejavu-core fonts-urw-base35
+    desktop-file-utils shared-mime-info xdg-utils libglib2.0-bin
 )
 
 missing=()

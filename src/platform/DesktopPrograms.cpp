@@ -7,10 +7,10 @@ namespace kavori {
 
 namespace {
 
-DesktopLauncher& launcher()
+DesktopRunner& runner()
 {
-    static DesktopLauncher l;
-    return l;
+    static DesktopRunner r;
+    return r;
 }
 
 QStringList command(std::initializer_list<const char*> words)
@@ -78,9 +78,32 @@ bool StartDesktopProgram(const DesktopCandidates& candidates)
     const QStringList found = FindDesktopProgram(candidates);
     if (found.isEmpty())
         return false;
-    if (launcher())
-        return launcher()(found.first(), found.mid(1));
+    if (runner())
+        return runner()(found.first(), found.mid(1), nullptr);
     return QProcess::startDetached(found.first(), found.mid(1));
+}
+
+bool RunDesktopCommand(const QStringList& command, QString* output)
+{
+    QString ignored;
+    QString& out = output ? *output : ignored;
+    out.clear();
+    const QStringList found = FindDesktopProgram({command});
+    if (found.isEmpty())
+        return false;
+    if (runner())
+        return runner()(found.first(), found.mid(1), &out);
+    QProcess process;
+    process.start(found.first(), found.mid(1));
+    // A settings tool answers at once; one that hangs (a desktop shell that is not responding)
+    // must not freeze the window for long.
+    if (!process.waitForFinished(15000)) {
+        process.kill();
+        process.waitForFinished(1000);
+        return false;
+    }
+    out = QString::fromLocal8Bit(process.readAllStandardOutput());
+    return process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
 }
 
 QString DesktopProgramNames(const DesktopCandidates& candidates)
@@ -95,9 +118,20 @@ QString DesktopProgramNames(const DesktopCandidates& candidates)
     return names.join(QStringLiteral(", ")) + QStringLiteral(" or ") + last;
 }
 
+void SetDesktopRunner(DesktopRunner r)
+{
+    runner() = std::move(r);
+}
+
 void SetDesktopLauncher(DesktopLauncher l)
 {
-    launcher() = std::move(l);
+    if (!l) {
+        runner() = {};
+        return;
+    }
+    runner() = [l = std::move(l)](const QString& program, const QStringList& arguments, QString*) {
+        return l(program, arguments);
+    };
 }
 
 } // namespace kavori

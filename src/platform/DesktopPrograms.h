@@ -30,8 +30,17 @@ bool StartDesktopProgram(const DesktopCandidates& candidates);
 // The program names of a list, "a, b or c", for a message that says what to install.
 QString DesktopProgramNames(const DesktopCandidates& candidates);
 
-// Tests see what would start instead of starting it: the launcher gets the full program path
-// and the arguments and says whether it started. An empty one starts programs for real.
+// Runs a command of the desktop's own tools to its end (settings writers such as gsettings or
+// xfconf-query) and gives what it printed; true when it ran and exited with 0. The program is
+// looked up on the PATH; a command whose program is not there fails.
+bool RunDesktopCommand(const QStringList& command, QString* output = nullptr);
+
+// Tests see what would run instead of running it. The runner gets the full program path, the
+// arguments and, for a command run to its end, where its output goes (null for a detached
+// start); it says whether the program started or succeeded. An empty one runs for real.
+using DesktopRunner = std::function<bool(const QString&, const QStringList&, QString* output)>;
+void SetDesktopRunner(DesktopRunner runner);
+// The same for tests that only start programs.
 using DesktopLauncher = std::function<bool(const QString&, const QStringList&)>;
 void SetDesktopLauncher(DesktopLauncher launcher);
 

@@ -96,7 +96,7 @@ public:
             box.exec();
             QAbstractButton* clicked = box.clickedButton();
             if (help && clicked == help) {
-                ShowHelp();
+                ShowHelp(MessageHelpTopic::current());
                 continue;
             }
             for (const Choice& c : choices) {

@@ -1,11 +1,13 @@
 #include "MainViewFrm.h"
 
 #include "AppIcon.h"
+#include "DesktopCommands.h"
 #include "DropRequest.h"
 #include "EditDialogs.h"
 #include "FolderBrowse.h"
 #include "ImagePrinting.h"
 #include "ImageView.h"
+#include "MenuHelp.h"
 #include "RecentFiles.h"
 #include "StartRequest.h"
 #include "SystemCommands.h"
@@ -17,6 +19,7 @@
 #include "files/ZipCommands.h"
 #include "frmPreferences.h"
 #include "frmTip.h"
+#include "frmToolbar.h"
 #include "imaging/ImageSaving.h"
 #include "imaging/ImageTypes.h"
 #include "imaging/PictureLoader.h"
@@ -123,11 +126,14 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     ConnectZipCommands(this);
     ConnectRemovableCommands(this);
     ConnectSystemCommands(this);
+    ConnectDesktopCommands(this);
     ConnectSaverCommands(this);
     ConnectPackageCommands(this);
     ConnectThumbnailCommands(this);
     ConnectBrowserCommands(this);
     ApplyCommandIcons(this);
+    // After every command is in its menu (some are added by the Connect... functions).
+    InstallMenuHelp(menuBar());
 
     m_statusText = new QLabel(this);
     m_statusText->setObjectName(QStringLiteral("lblStatus"));
@@ -546,6 +552,8 @@ void MainViewFrm::runStartSequence()
     DoEvents();
     if (!alive || m_ending)
         return;
+    if (CurrentSettings().ShowToolbar && !findChild<frmToolbar*>())
+        (new frmToolbar(this))->showAtSavedPlace();
     const StartupState& start = CurrentStartup();
     // A show to edit was named on the command line: the editor opens with it, nothing else.
     if (!start.EditFile.isEmpty()) {
