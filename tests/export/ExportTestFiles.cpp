@@ -4,7 +4,6 @@
 
 #include <QFile>
 #include <QUrl>
-#include <QtEndian>
 
 #include <gst/app/gstappsink.h>
 #include <gst/gst.h>
@@ -14,37 +13,6 @@
 #include <cmath>
 
 namespace kavori::test {
-
-QByteArray MakeToneWave(int milliseconds, int rate, double hertz)
-{
-    const quint32 samples = quint32(qint64(rate) * milliseconds / 1000);
-    QByteArray wave;
-    const auto u32 = [&wave](quint32 v) {
-        char b[4];
-        qToLittleEndian(v, b);
-        wave.append(b, 4);
-    };
-    const auto u16 = [&wave](quint16 v) {
-        char b[2];
-        qToLittleEndian(v, b);
-        wave.append(b, 2);
-    };
-    wave.append("RIFF");
-    u32(36 + samples * 2);
-    wave.append("WAVEfmt ");
-    u32(16);
-    u16(1);
-    u16(1);
-    u32(quint32(rate));
-    u32(quint32(rate) * 2);
-    u16(2);
-    u16(16);
-    wave.append("data");
-    u32(samples * 2);
-    for (quint32 i = 0; i < samples; ++i)
-        u16(quint16(qint16(std::lround(12000 * std::sin(2 * M_PI * hertz * i / rate)))));
-    return wave;
-}
 
 QVector<QImage> DecodeVideoFrames(const QString& path, int step)
 {

@@ -1,14 +1,13 @@
 #pragma once
 
+#include "support/TestSounds.h"
+
 #include <QByteArray>
 #include <QImage>
 #include <QString>
 #include <QVector>
 
 namespace kavori::test {
-
-// A mono 16-bit wave of a sine tone.
-QByteArray MakeToneWave(int milliseconds, int rate = 22050, double hertz = 440.0);
 
 // Every frame of a video file (or every step-th from the first), decoded to 32-bit RGB.
 QVector<QImage> DecodeVideoFrames(const QString& path, int step = 1);

@@ -35,7 +35,7 @@ protected:
         Settings& s = CurrentSettings();
         s.SlideInterval = 1;
         s.SoundMode = 1;
-        s.SoundFile = writeFile(QStringLiteral("tone.wav"), MakeToneWave(2500));
+        s.SoundFile = writeFile(QStringLiteral("tone.wav"), MakeWave(2500, 22050, 440));
         ExportOptions o;
         o.size = QSize(64, 36);
         o.fps = 10;

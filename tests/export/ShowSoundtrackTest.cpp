@@ -29,7 +29,7 @@ class ShowSoundtrackTest : public ShowTest {};
 
 TEST_F(ShowSoundtrackTest, SoundsAreReadAtTheExportRate)
 {
-    const QString wave = writeFile(QStringLiteral("tone.wav"), MakeToneWave(500));
+    const QString wave = writeFile(QStringLiteral("tone.wav"), MakeWave(500, 22050, 440));
     QVector<qint16> samples;
     ASSERT_TRUE(ReadSoundSamples(wave, samples));
     // 22,050 Hz mono becomes 48,000 Hz stereo: half a second is 24,000 frames.
@@ -55,8 +55,8 @@ TEST_F(ShowSoundtrackTest, SoundsAreReadAtTheExportRate)
 
 TEST_F(ShowSoundtrackTest, EachSoundPlaysFromItsCueUntilTheNext)
 {
-    const QString a = writeFile(QStringLiteral("a.wav"), MakeToneWave(500, 48000, 300));
-    const QString b = writeFile(QStringLiteral("b.wav"), MakeToneWave(300, 48000, 600));
+    const QString a = writeFile(QStringLiteral("a.wav"), MakeWave(500, 48000, 300));
+    const QString b = writeFile(QStringLiteral("b.wav"), MakeWave(300, 48000, 600));
     const QString gone = root() + QStringLiteral("gone.wav");
     // a at 0 s, a missing sound at 1 s (silence: the one before is cut off all the same), b
     // looping from 1.5 s to the end at 3 s.
@@ -88,8 +88,8 @@ TEST_F(ShowSoundtrackTest, EachSoundPlaysFromItsCueUntilTheNext)
 
 TEST_F(ShowSoundtrackTest, ThePlayListGoesRoundAndLeavesOutWhatCannotPlay)
 {
-    const QString one = writeFile(QStringLiteral("one.wav"), MakeToneWave(400, 48000, 300));
-    const QString two = writeFile(QStringLiteral("two.wav"), MakeToneWave(300, 48000, 900));
+    const QString one = writeFile(QStringLiteral("one.wav"), MakeWave(400, 48000, 300));
+    const QString two = writeFile(QStringLiteral("two.wav"), MakeWave(300, 48000, 900));
     CurrentShow().PlayList = {one, root() + QStringLiteral("gone.mp3"), two};
     ShowSoundtrack track({{0, QString(), true, false}}, 1500000, 1);
     track.prepare();

@@ -33,7 +33,7 @@ protected:
         }
         CurrentShow().slides[1].SlideTransition = 14;
         CurrentShow().slides[1].SlideSound =
-            writeFile(QStringLiteral("tone.wav"), MakeToneWave(3000));
+            writeFile(QStringLiteral("tone.wav"), MakeWave(3000, 22050, 440));
         Settings& s = CurrentSettings();
         s.EnableTransitions = true;
         s.TransitionSpeed = 5;
