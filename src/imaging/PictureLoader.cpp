@@ -10,6 +10,7 @@
 #include "formats/BmpDecoder.h"
 #include "formats/IconDecoder.h"
 #include "formats/PictureReader.h"
+#include "runtime/ScratchMemory.h"
 
 #include <QBuffer>
 #include <QColorSpace>
@@ -131,6 +132,22 @@ QImage inScreenColours(QImage image)
     return image;
 }
 
+// A full-size picture read into the picture stock, where its pages are already mapped, by the
+// readers known to write every pixel of the picture they are given (JPEG, PNG); the reader
+// makes its own when the size or format it needs differs.
+QImage readIntoStock(QImageReader& reader)
+{
+    const QByteArray format = reader.format();
+    if (reader.scaledSize().isValid() || (format != "jpeg" && format != "png"))
+        return reader.read();
+    QImage image = ScratchImage(reader.size(), reader.imageFormat());
+    if (image.isNull())
+        return reader.read();
+    if (!reader.read(&image))
+        return {};
+    return image;
+}
+
 // Today's types through Qt's plug-ins: PNG, TIFF (its first page) and WebP (its first frame;
 // its decoder scales while decoding).
 QImage readWithQt(const QString& path, const QSize& target)
@@ -146,7 +163,7 @@ QImage readWithQt(const QString& path, const QSize& target)
             turn & QImageIOHandler::TransformationRotate90 ? target.transposed() : target;
         reader.setScaledSize(size.scaled(stored, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
     }
-    const QImage image = reader.read();
+    const QImage image = readIntoStock(reader);
     if (turnedByReader)
         return FitDecoded(image, target);
     // Scaled before turning, so the turn moves the fewest pixels.
@@ -205,7 +222,7 @@ QImage loadPicture(const QString& path, const QSize& target)
             return decoded;
         reader.setScaledSize(size.scaled(target, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
     }
-    return shrinkToFit(reader.read(), target);
+    return shrinkToFit(readIntoStock(reader), target);
 }
 
 } // namespace
