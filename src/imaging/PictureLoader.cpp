@@ -1,6 +1,7 @@
 #include "PictureLoader.h"
 
 #include "ExifOrientation.h"
+#include "FullJpeg.h"
 #include "ImageTypes.h"
 #include "JpegHeader.h"
 #include "Metafile.h"
@@ -81,6 +82,17 @@ QImage decodeJpegForTarget(const QString& path, QImageReader& reader, const QSiz
     // Our decoder leaves the colours as stored; the profile says what they mean.
     image.setColorSpace(jpegColorSpace(file));
     return oriented(image, turn);
+}
+
+// A baseline JPEG at its full size on all cores; null when it needs the usual reader.
+QImage decodeFullJpeg(const QString& path, QImageReader& reader)
+{
+    const QByteArray file = readAll(path);
+    QImage image = DecodeFullJpeg(file);
+    if (image.isNull())
+        return image;
+    image.setColorSpace(jpegColorSpace(file));
+    return oriented(image, reader.transformation());
 }
 
 bool isBitmapName(const QString& upper)
@@ -221,6 +233,10 @@ QImage loadPicture(const QString& path, const QSize& target)
         if (!decoded.isNull())
             return decoded;
         reader.setScaledSize(size.scaled(target, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
+    } else if (reader.format() == "jpeg") {
+        const QImage decoded = decodeFullJpeg(path, reader);
+        if (!decoded.isNull())
+            return decoded;
     }
     return shrinkToFit(readIntoStock(reader), target);
 }
