@@ -9,6 +9,19 @@
 #include <algorithm>
 #include <cstring>
 
+#if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__)
+#define KAVORI_AVX2 1
+#include <immintrin.h>
+#else
+#define KAVORI_AVX2 0
+#endif
+
+// The vector helpers below are inlined into their callers; no 32-byte vector crosses a call
+// between code built for different processors.
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic ignored "-Wpsabi"
+#endif
+
 namespace kavori {
 
 namespace {
@@ -82,42 +95,89 @@ inline __attribute__((always_inline)) void idctPass(const Lanes* in, Lanes* out,
     out[4] = (tmp13 - tmp0 + round) >> shift;
 }
 
-inline __attribute__((always_inline)) void transpose(Lanes* m)
+inline __attribute__((always_inline)) Lanes clampLanes(Lanes value)
 {
-    alignas(32) int32_t cells[8][8];
-    std::memcpy(cells, m, sizeof cells);
-    for (int i = 0; i < 8; ++i)
-        m[i] = Lanes{cells[0][i], cells[1][i], cells[2][i], cells[3][i],
-                     cells[4][i], cells[5][i], cells[6][i], cells[7][i]};
+    const Lanes low = Lanes{}, high = Lanes{} + 255;
+    value = value < low ? low : value;
+    return value > high ? high : value;
 }
 
-// The block's 64 coefficients (natural order, not yet dequantised) to 8 x 8 samples.
-inline __attribute__((always_inline)) void idctBlock(const int16_t* in, const Lanes* quant,
-                                                     uint8_t* out, ptrdiff_t stride)
+typedef uint8_t Bytes8 __attribute__((vector_size(8)));
+
+// Widening and narrowing between bytes and lanes: plain vector code, and the AVX2
+// instructions for it, which the compiler does not find on its own.
+struct PlainLoads {
+    static inline __attribute__((always_inline)) Lanes bytes(const uint8_t* p)
+    {
+        Bytes8 bytes;
+        std::memcpy(&bytes, p, sizeof bytes);
+        return __builtin_convertvector(bytes, Lanes);
+    }
+    static inline __attribute__((always_inline)) void store(uint8_t* p, Lanes lanes)
+    {
+        const Bytes8 bytes = __builtin_convertvector(lanes, Bytes8);
+        std::memcpy(p, &bytes, sizeof bytes);
+    }
+    static inline __attribute__((always_inline)) Lanes shorts(const int16_t* c)
+    {
+        return Lanes{c[0], c[1], c[2], c[3], c[4], c[5], c[6], c[7]};
+    }
+    static inline __attribute__((always_inline)) void transpose(Lanes* m)
+    {
+        alignas(32) int32_t cells[8][8];
+        std::memcpy(cells, m, sizeof cells);
+        for (int i = 0; i < 8; ++i)
+            m[i] = Lanes{cells[0][i], cells[1][i], cells[2][i], cells[3][i],
+                         cells[4][i], cells[5][i], cells[6][i], cells[7][i]};
+    }
+};
+
+#if KAVORI_AVX2
+struct Avx2Loads {
+    static inline __attribute__((always_inline, target("avx2"))) Lanes bytes(const uint8_t* p)
+    {
+        return Lanes(_mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p))));
+    }
+    // Values already within 0 to 255.
+    static inline __attribute__((always_inline, target("avx2"))) void store(uint8_t* p, Lanes lanes)
+    {
+        const __m256i v = __m256i(lanes);
+        const __m128i words =
+            _mm_packus_epi32(_mm256_castsi256_si128(v), _mm256_extracti128_si256(v, 1));
+        _mm_storel_epi64(reinterpret_cast<__m128i*>(p), _mm_packus_epi16(words, words));
+    }
+    static inline __attribute__((always_inline, target("avx2"))) Lanes shorts(const int16_t* c)
+    {
+        return Lanes(_mm256_cvtepi16_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(c))));
+    }
+    static inline __attribute__((always_inline, target("avx2"))) void transpose(Lanes* m)
+    {
+        __m256i r[8], t[8];
+        for (int i = 0; i < 8; ++i)
+            r[i] = __m256i(m[i]);
+        for (int i = 0; i < 8; i += 2) {
+            t[i] = _mm256_unpacklo_epi32(r[i], r[i + 1]);
+            t[i + 1] = _mm256_unpackhi_epi32(r[i], r[i + 1]);
+        }
+        for (int i = 0; i < 8; i += 4) {
+            r[i] = _mm256_unpacklo_epi64(t[i], t[i + 2]);
+            r[i + 1] = _mm256_unpackhi_epi64(t[i], t[i + 2]);
+            r[i + 2] = _mm256_unpacklo_epi64(t[i + 1], t[i + 3]);
+            r[i + 3] = _mm256_unpackhi_epi64(t[i + 1], t[i + 3]);
+        }
+        for (int i = 0; i < 4; ++i) {
+            m[i] = Lanes(_mm256_permute2x128_si256(r[i], r[i + 4], 0x20));
+            m[i + 4] = Lanes(_mm256_permute2x128_si256(r[i], r[i + 4], 0x31));
+        }
+    }
+};
+#endif
+
+inline __attribute__((always_inline)) Lanes loadInts(const int32_t* p)
 {
-    Lanes rows[8];
-    for (int v = 0; v < 8; ++v) {
-        const int16_t* c = in + v * 8;
-        rows[v] = Lanes{c[0], c[1], c[2], c[3], c[4], c[5], c[6], c[7]} * quant[v];
-    }
-    Lanes columns[8];
-    idctPass(rows, columns, kConstBits - kPass1Bits); // columns[y][u]
-    transpose(columns);                               // [u][y]
-    Lanes pixels[8];
-    idctPass(columns, pixels, kConstBits + kPass1Bits + 3); // [x][y]
-    const Lanes low = Lanes{}, high = Lanes{} + 255;
-    alignas(32) int32_t cells[8][8];
-    for (int x = 0; x < 8; ++x) {
-        Lanes value = pixels[x] + 128;
-        value = value < low ? low : value;
-        value = value > high ? high : value;
-        std::memcpy(cells[x], &value, sizeof value);
-    }
-    for (int y = 0; y < 8; ++y) {
-        uint8_t* line = out + y * stride;
-        for (int x = 0; x < 8; ++x)
-            line[x] = uint8_t(cells[x][y]);
-    }
+    Lanes lanes;
+    std::memcpy(&lanes, p, sizeof lanes);
+    return lanes;
 }
 
 struct Component {
@@ -125,71 +185,60 @@ struct Component {
     Lanes quant[8];   // the quantisation table row by row
 };
 
-// The blocks of MCU rows [from, to) into the planes.
-#if defined(__x86_64__) && defined(__linux__) && !defined(__clang__)
-__attribute__((target_clones("avx2", "default")))
+// What converting one row of the picture reads.
+struct RowSource {
+    const SamplePlane* planes;
+    int width;
+    int hMax, vMax; // luma sampling; chroma is 1 x 1
+    int chromaWidth, chromaHeight;
+};
+
+// Room a row's conversion works in: column sums and the two chroma rows at full width.
+size_t sumsRoom(const RowSource& s)
+{
+    return size_t(s.chromaWidth) + 24;
+}
+size_t chromaRoom(const RowSource& s)
+{
+    return size_t(s.width) + 32;
+}
+
+namespace plain {
+using Loads = PlainLoads;
+#include "FullJpegRows.inc"
+} // namespace plain
+
+#if KAVORI_AVX2
+#pragma GCC push_options
+#pragma GCC target("avx2")
+namespace avx2 {
+using Loads = Avx2Loads;
+#include "FullJpegRows.inc"
+} // namespace avx2
+#pragma GCC pop_options
 #endif
-void transformMcuRows(const JpegBlocks& values, const JpegScanLayout& layout,
-                      const Component* components, size_t count, SamplePlane* planes, int from,
-                      int to)
+
+using TransformRows = void (*)(const JpegBlocks&, const JpegScanLayout&, const Component*, size_t,
+                               SamplePlane*, int, int);
+
+TransformRows rowTransform()
 {
-    const int stride = values.stride();
-    for (int my = from; my < to; ++my) {
-        const int16_t* block =
-            values.data() + qsizetype(my) * layout.mcusX * layout.blocksPerMcu * stride;
-        for (int mx = 0; mx < layout.mcusX; ++mx)
-            for (size_t ci = 0; ci < count; ++ci) {
-                const Component& c = components[ci];
-                SamplePlane& plane = planes[ci];
-                for (int by = 0; by < c.v; ++by)
-                    for (int bx = 0; bx < c.h; ++bx, block += stride)
-                        idctBlock(block, c.quant,
-                                  plane.row((my * c.v + by) * 8) + (mx * c.h + bx) * 8,
-                                  plane.width);
-            }
-    }
+#if KAVORI_AVX2
+    if (__builtin_cpu_supports("avx2"))
+        return avx2::transformRows;
+#endif
+    return plain::transformRows;
 }
 
-inline int clampByte(int value)
-{
-    return std::min(std::max(value, 0), 255);
-}
+using ConvertRow = void (*)(const RowSource&, int, int32_t*, uint8_t*, QRgb*);
 
-// libjpeg's triangle-filter upsampling of chroma to twice its width: each output sample
-// three quarters of the nearer input and one quarter of the next, rounding alternately down
-// and up; the edges repeat. sums are the column sums of the vertical step (each 0 to 1020,
-// scaled by 4) when `vertical`, else plain samples.
-void upsampleRow(const int* sums, int samples, int width, bool vertical, uint8_t* out)
+ConvertRow rowConverter()
 {
-    const int shift = vertical ? 4 : 2;
-    const int even = vertical ? 8 : 1;
-    const int odd = vertical ? 7 : 2;
-    for (int i = 0; i < samples; ++i) {
-        const int here = 3 * sums[i];
-        const int before = sums[std::max(i - 1, 0)];
-        const int after = sums[std::min(i + 1, samples - 1)];
-        if (2 * i < width)
-            out[2 * i] = uint8_t((here + before + even) >> shift);
-        if (2 * i + 1 < width)
-            out[2 * i + 1] = uint8_t((here + after + odd) >> shift);
-    }
-}
-
-// YCbCr to RGB as libjpeg converts it, in 16.16 fixed point.
-void toRgb(const uint8_t* luma, const uint8_t* cb, const uint8_t* cr, int width, QRgb* line)
-{
-    constexpr int crToR = 91881, cbToG = -22554, crToG = -46802, cbToB = 116130;
-    constexpr int half = 1 << 15;
-    for (int x = 0; x < width; ++x) {
-        const int l = luma[x];
-        const int blue = cb[x] - 128;
-        const int red = cr[x] - 128;
-        const int r = l + ((crToR * red + half) >> 16);
-        const int g = l + ((cbToG * blue + crToG * red + half) >> 16);
-        const int b = l + ((cbToB * blue + half) >> 16);
-        line[x] = 0xFF000000u | uint32_t(clampByte(r) << 16) | uint32_t(clampByte(g) << 8) |
-                  uint32_t(clampByte(b));
-    }
+#if KAVORI_AVX2
+    if (__builtin_cpu_supports("avx2"))
+        return avx2::convertRow;
+#endif
+    return plain::convertRow;
 }
 
 // Grey, or YCbCr with luma at 1 x 1, 2 x 1 or 2 x 2 and chroma at 1 x 1.
@@ -253,6 +302,7 @@ QImage DecodeFullJpeg(const QByteArray& file, int parts)
 
     const int mcuRows = layout->mcusY;
     const int rowParts = std::min(mcuRows, ParallelWidth() * 4);
+    static const TransformRows transformMcuRows = rowTransform();
     RunInParallel(rowParts, [&](int part) {
         transformMcuRows(values, *layout, components, count, planes.data(),
                          mcuRows * part / rowParts, mcuRows * (part + 1) / rowParts);
@@ -267,41 +317,18 @@ QImage DecodeFullJpeg(const QByteArray& file, int parts)
     const int chromaHeight = (height * 1 + vMax - 1) / vMax;
     uchar* const bits = image.bits(); // detached here, once, before the threads write
     const qsizetype bytesPerLine = image.bytesPerLine();
+    const RowSource source{planes.data(), width, hMax, vMax, chromaWidth, chromaHeight};
+    static const ConvertRow convertRow = rowConverter();
     const int lineParts = std::min(height, ParallelWidth() * 4);
     RunInParallel(lineParts, [&](int part) {
-        std::vector<int> sums(static_cast<size_t>(chromaWidth));
-        std::vector<uint8_t> up(size_t(2) * size_t(width));
+        std::vector<int32_t> sums(sumsRoom(source));
+        std::vector<uint8_t> up(2 * chromaRoom(source));
         for (int y = height * part / lineParts; y < height * (part + 1) / lineParts; ++y) {
-            if (grey) {
+            if (grey)
                 std::memcpy(bits + y * bytesPerLine, planes[0].row(y), size_t(width));
-                continue;
-            }
-            const uint8_t* chroma[2];
-            for (int ci = 1; ci <= 2; ++ci) {
-                const SamplePlane& plane = planes[size_t(ci)];
-                uint8_t* out = up.data() + (ci - 1) * width;
-                if (hMax == 1 && vMax == 1) {
-                    chroma[ci - 1] = plane.row(y);
-                    continue;
-                }
-                const int row = y / vMax;
-                if (vMax == 2) {
-                    // The nearer chroma row three quarters, the next one over one quarter.
-                    const int other = std::clamp(y % 2 ? row + 1 : row - 1, 0, chromaHeight - 1);
-                    const uint8_t* near = plane.row(row);
-                    const uint8_t* far = plane.row(other);
-                    for (int x = 0; x < chromaWidth; ++x)
-                        sums[size_t(x)] = 3 * near[x] + far[x];
-                } else {
-                    const uint8_t* near = plane.row(row);
-                    for (int x = 0; x < chromaWidth; ++x)
-                        sums[size_t(x)] = near[x];
-                }
-                upsampleRow(sums.data(), chromaWidth, width, vMax == 2, out);
-                chroma[ci - 1] = out;
-            }
-            toRgb(planes[0].row(y), chroma[0], chroma[1], width,
-                  reinterpret_cast<QRgb*>(bits + y * bytesPerLine));
+            else
+                convertRow(source, y, sums.data(), up.data(),
+                           reinterpret_cast<QRgb*>(bits + y * bytesPerLine));
         }
     });
     return image;
