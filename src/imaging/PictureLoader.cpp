@@ -1,6 +1,7 @@
 #include "PictureLoader.h"
 
 #include "ExifOrientation.h"
+#include "FullJpeg.h"
 #include "ImageTypes.h"
 #include "JpegHeader.h"
 #include "Metafile.h"
@@ -10,6 +11,7 @@
 #include "formats/BmpDecoder.h"
 #include "formats/IconDecoder.h"
 #include "formats/PictureReader.h"
+#include "runtime/ScratchMemory.h"
 
 #include <QBuffer>
 #include <QColorSpace>
@@ -82,6 +84,17 @@ QImage decodeJpegForTarget(const QString& path, QImageReader& reader, const QSiz
     return oriented(image, turn);
 }
 
+// A baseline JPEG at its full size on all cores; null when it needs the usual reader.
+QImage decodeFullJpeg(const QString& path, QImageReader& reader)
+{
+    const QByteArray file = readAll(path);
+    QImage image = DecodeFullJpeg(file);
+    if (image.isNull())
+        return image;
+    image.setColorSpace(jpegColorSpace(file));
+    return oriented(image, reader.transformation());
+}
+
 bool isBitmapName(const QString& upper)
 {
     return upper.endsWith(QLatin1String(".BMP")) || upper.endsWith(QLatin1String(".DIB")) ||
@@ -131,6 +144,22 @@ QImage inScreenColours(QImage image)
     return image;
 }
 
+// A full-size picture read into the picture stock, where its pages are already mapped, by the
+// readers known to write every pixel of the picture they are given (JPEG, PNG); the reader
+// makes its own when the size or format it needs differs.
+QImage readIntoStock(QImageReader& reader)
+{
+    const QByteArray format = reader.format();
+    if (reader.scaledSize().isValid() || (format != "jpeg" && format != "png"))
+        return reader.read();
+    QImage image = ScratchImage(reader.size(), reader.imageFormat());
+    if (image.isNull())
+        return reader.read();
+    if (!reader.read(&image))
+        return {};
+    return image;
+}
+
 // Today's types through Qt's plug-ins: PNG, TIFF (its first page) and WebP (its first frame;
 // its decoder scales while decoding).
 QImage readWithQt(const QString& path, const QSize& target)
@@ -146,7 +175,7 @@ QImage readWithQt(const QString& path, const QSize& target)
             turn & QImageIOHandler::TransformationRotate90 ? target.transposed() : target;
         reader.setScaledSize(size.scaled(stored, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
     }
-    const QImage image = reader.read();
+    const QImage image = readIntoStock(reader);
     if (turnedByReader)
         return FitDecoded(image, target);
     // Scaled before turning, so the turn moves the fewest pixels.
@@ -204,8 +233,12 @@ QImage loadPicture(const QString& path, const QSize& target)
         if (!decoded.isNull())
             return decoded;
         reader.setScaledSize(size.scaled(target, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
+    } else if (reader.format() == "jpeg") {
+        const QImage decoded = decodeFullJpeg(path, reader);
+        if (!decoded.isNull())
+            return decoded;
     }
-    return shrinkToFit(reader.read(), target);
+    return shrinkToFit(readIntoStock(reader), target);
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "JpegScan.h"
 #include "PlaneScaling.h"
 #include "runtime/ParallelRun.h"
+#include "runtime/ScratchMemory.h"
 
 #include <algorithm>
 #include <cmath>
@@ -207,7 +208,7 @@ QImage render(const std::vector<SamplePlane>& planes, const JpegHeader& header,
               const QSize& decoded, const QSize& size)
 {
     const bool grey = planes.size() == 1;
-    QImage image(size, grey ? QImage::Format_Grayscale8 : QImage::Format_RGB32);
+    QImage image = ScratchImage(size, grey ? QImage::Format_Grayscale8 : QImage::Format_RGB32);
     if (image.isNull())
         return {};
     int hMax = 1;

@@ -12,6 +12,7 @@
 #include "player/SlideLayout.h"
 #include "player/SlideOrder.h"
 #include "runtime/MsgBox.h"
+#include "runtime/ScratchMemory.h"
 #include "settings/Settings.h"
 #include "settings/SettingsCatalogue.h"
 #include "slideshow/DescriptionFile.h"
@@ -179,7 +180,7 @@ void FullViewFrm::resizeEvent(QResizeEvent* event)
     if (m_playing && !m_loading) {
         // The next slides are read for the new size; the one shown keeps its pixels.
         m_decoder.setScreen(screenPixels());
-        QImage screen(screenPixels(), QImage::Format_RGB32);
+        QImage screen = ScratchImage(screenPixels(), QImage::Format_RGB32);
         screen.fill(Qt::black);
         if (!m_screen.isNull()) {
             QPainter painter(&screen);
@@ -216,7 +217,7 @@ void FullViewFrm::PlayShow(const PlayerStart& start)
     m_nextRandom = -1;
     m_firstTarget = start.firstSlide > 0 ? start.firstSlide : -1;
     m_decoder.setScreen(screenPixels());
-    m_screen = QImage(screenPixels(), QImage::Format_RGB32);
+    m_screen = ScratchImage(screenPixels(), QImage::Format_RGB32);
     m_screen.fill(Qt::black);
     Transitions().TransitionStop = false;
     Transitions().TransitionSkip = false;
@@ -329,7 +330,7 @@ void FullViewFrm::showSlide(int target)
         m_texture = LoadPicture(m_texturePath);
     }
     if (m_compose.size() != m_screen.size()) {
-        m_compose = QImage(m_screen.size(), QImage::Format_RGB32);
+        m_compose = ScratchImage(m_screen.size(), QImage::Format_RGB32);
     }
     const QRect rect = SlidePictureRect(picture.size(), m_compose.size(), slide);
     ComposeSlide(m_compose, picture, rect, slide,

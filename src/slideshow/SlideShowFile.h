@@ -47,6 +47,9 @@ QByteArray ShowTextLine(const QString& text);
 QByteArray ShowHeaderBytes(const SlideShow& show, const QString& soundFile);
 QByteArray SlideRecordBytes(const Slide& slide, const QString& file, const QString& sound,
                             const QString& texture);
+// The same record appended to out, for writers of many slides.
+void AppendSlideRecord(QByteArray& out, const Slide& slide, QStringView file, QStringView sound,
+                       QStringView texture);
 bool ShowWritesPlayList(const SlideShow& show);
 QByteArray PlayListHeadBytes(const SlideShow& show);
 

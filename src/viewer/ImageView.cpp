@@ -1,6 +1,7 @@
 #include "ImageView.h"
 
 #include "imaging/ImageFit.h"
+#include "imaging/formats/PictureReader.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -24,7 +25,7 @@ ImageView::ImageView(QWidget* parent) : QAbstractScrollArea(parent)
     m_settle->setInterval(150);
     connect(m_settle, &QTimer::timeout, this, [this] {
         if (m_rough) {
-            m_scaled = QPixmap();
+            m_scaled = QImage();
             viewport()->update();
         }
     });
@@ -33,7 +34,7 @@ ImageView::ImageView(QWidget* parent) : QAbstractScrollArea(parent)
 void ImageView::setImage(const QImage& image)
 {
     m_image = image;
-    m_scaled = QPixmap();
+    m_scaled = QImage();
     clearSelection();
     updateScrollBars();
     viewport()->update();
@@ -44,7 +45,7 @@ void ImageView::setFit(bool stretch, bool enlarge, bool smooth)
     m_stretch = stretch;
     m_enlarge = enlarge;
     m_smooth = smooth;
-    m_scaled = QPixmap();
+    m_scaled = QImage();
     updateScrollBars();
     viewport()->update();
 }
@@ -102,12 +103,13 @@ void ImageView::paintEvent(QPaintEvent*)
         m_rough = m_settle->isActive() && m_smooth;
         const Qt::TransformationMode mode =
             m_smooth && !m_rough ? Qt::SmoothTransformation : Qt::FastTransformation;
-        m_scaled =
-            QPixmap::fromImage(target.size() == m_image.size()
-                                   ? m_image
-                                   : m_image.scaled(target.size(), Qt::IgnoreAspectRatio, mode));
+        // Scaled into the picture stock: a new scaled picture on every resize would otherwise
+        // pay for fresh pages each time.
+        m_scaled = target.size() == m_image.size()
+                       ? m_image
+                       : ScaledPicture(m_image, target.size(), mode == Qt::SmoothTransformation);
     }
-    painter.drawPixmap(target.topLeft(), m_scaled);
+    painter.drawImage(target.topLeft(), m_scaled);
 }
 
 // The hint sits on a rounded panel of the window's own colours, so it reads over any

@@ -55,7 +55,7 @@ private:
     QRect viewToImage(const QRect& r) const;
 
     QImage m_image;
-    QPixmap m_scaled; // the image at its drawn size, made once per size
+    QImage m_scaled; // the image at its drawn size, made once per size
     QColor m_background = Qt::black;
     QImage m_texture;
     QString m_hint;

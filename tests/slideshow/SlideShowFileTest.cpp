@@ -9,7 +9,10 @@
 #include "support/FakeProgress.h"
 #include "support/KavoriTest.h"
 
+#include <QDir>
 #include <QFileInfo>
+
+#include <limits>
 
 using namespace kavori;
 
@@ -445,4 +448,63 @@ TEST_F(SlideShowFileTest, NumbersReadTheSameWhateverTheirSpelling)
     EXPECT_EQ(CurrentShow().slides[0].SlidePosY, 32767);
     EXPECT_EQ(CurrentShow().slides[0].SlideBackColor, 2147483647);
     EXPECT_EQ(CurrentShow().slides[0].SlideTransition, -7);
+}
+
+// A long show is written in blocks from one buffer: every line is the same as a show written
+// a value at a time would hold, across block boundaries, for names beside the show and
+// elsewhere, text beyond ASCII and numbers at their limits; a cancelled save keeps what was
+// written before the cancel.
+TEST_F(SlideShowFileTest, LongShowsAreWrittenLineForLine)
+{
+    makeMedia();
+    const QString folder = root() + QStringLiteral("shows/");
+    const QString descriptions[] = {QStringLiteral("Caf\u00e9 \u00fc \u20ac"),
+                                    QStringLiteral("smile \U0001F600"), QStringLiteral("plain"),
+                                    QString(QChar(0xD800)) + QStringLiteral("lone"), QString()};
+    SlideShow& show = CurrentShow();
+    QByteArray expected = ShowHeaderBytes(show, QString());
+    for (int i = 0; i < 6000; ++i) {
+        Slide slide = NewSlide(i % 2 ? folder + QStringLiteral("sub/p%1.jpg").arg(i)
+                                     : QStringLiteral("/elsewhere/p%1.jpg").arg(i));
+        slide.SlideDescription = descriptions[i % 5];
+        slide.SlideTransition = qint16(i % 58);
+        slide.SlidePosX = qint16(i % 3 ? -i : 32767);
+        slide.SlidePosY = qint16(-32768 + i);
+        slide.SlideBackColor = i % 4 == 0 ? std::numeric_limits<qint32>::min() + i
+                                          : std::numeric_limits<qint32>::max() - i;
+        slide.SlideTexture = i % 7 ? QString() : pics() + QStringLiteral("wood.bmp");
+        slide.SlideDescProps = QStringLiteral("1,5,5,Arial,12,0,255,0,0,1,0,0,3,0");
+        show.slides.append(slide);
+        const QString file = i % 2 ? QStringLiteral("sub/p%1.jpg").arg(i) : slide.SlideFile;
+        const auto q = [](const QString& t) -> QByteArray { return "\"" + t.toUtf8() + "\"\r\n"; };
+        const auto n = [](qint64 v) -> QByteArray { return QByteArray::number(v) + "\r\n"; };
+        expected += QByteArray() + q(file) + q(slide.SlideDescription) + n(slide.SlideTransition) + q(QString()) +
+                    n(slide.SlideLocation) + n(slide.SlidePosX) + n(slide.SlidePosY) +
+                    n(slide.SlideEnlarge) + n(slide.SlideShrink) + n(slide.SlideDelay) +
+                    n(slide.SlideBackMode) + n(slide.SlideBackColor) + q(slide.SlideTexture) +
+                    q(slide.SlideDescProps);
+    }
+    ASSERT_GT(expected.size(), 2 * 256 * 1024);
+    ASSERT_TRUE(QDir().mkpath(folder));
+    const QString path = folder + QStringLiteral("long.kav");
+    FakeProgress progress;
+    ASSERT_TRUE(SaveSlideShow(path, &progress));
+    EXPECT_EQ(readFile(path).size(), expected.size());
+    EXPECT_TRUE(readFile(path) == expected);
+    const QString whole = folder + QStringLiteral("whole.kav");
+    ASSERT_TRUE(WriteSlideShow(whole));
+    ASSERT_TRUE(ReadSlideShow(whole));
+    ASSERT_EQ(CurrentShow().slides.size(), 6000);
+    EXPECT_EQ(CurrentShow().slides[1].SlideDescription, descriptions[1]);
+    EXPECT_EQ(CurrentShow().slides[2].SlideFile, QStringLiteral("/elsewhere/p2.jpg"));
+    EXPECT_EQ(CurrentShow().slides[5999].SlideBackColor,
+              std::numeric_limits<qint32>::max() - 5999);
+    EXPECT_EQ(CurrentShow().slides[5998].SlidePosY, -32768 + 5998);
+
+    progress.cancelAfter = 4500;
+    EXPECT_FALSE(SaveSlideShow(path, &progress));
+    const QByteArray cut = readFile(path);
+    EXPECT_GT(cut.size(), 256 * 1024);
+    EXPECT_TRUE(expected.startsWith(cut));
+    EXPECT_TRUE(cut.endsWith("\r\n"));
 }

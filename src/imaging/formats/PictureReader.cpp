@@ -4,6 +4,9 @@
 #include "HeifReader.h"
 #include "JxlReader.h"
 #include "runtime/ParallelRun.h"
+#include "runtime/ScratchMemory.h"
+
+#include <QPainter>
 
 #include <QPointF>
 
@@ -77,7 +80,7 @@ bool fourBytesAPixel(QImage::Format format)
 // Each pixel the mean of a 2 x 2 block, rows shared out to every core.
 QImage halved(const QImage& in)
 {
-    QImage out(in.width() / 2, in.height() / 2, in.format());
+    QImage out = ScratchImage(QSize(in.width() / 2, in.height() / 2), in.format());
     if (out.isNull())
         return {};
     const uchar* from = in.constBits();
@@ -126,6 +129,36 @@ QImage FitDecoded(const QImage& image, const QSize& target)
     if (source.size() == size)
         return source;
     return source.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+QImage ScaledPicture(const QImage& image, const QSize& size, bool smooth)
+{
+    if (image.isNull() || size.isEmpty())
+        return {};
+    QImage source = image;
+    while (smooth && fourBytesAPixel(source.format()) && source.width() >= 2 * size.width() &&
+           source.height() >= 2 * size.height()) {
+        const QImage half = halved(source);
+        if (half.isNull())
+            break;
+        source = half;
+    }
+    if (source.size() == size && fourBytesAPixel(source.format()))
+        return source;
+    const QImage::Format format =
+        source.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied : QImage::Format_RGB32;
+    QImage out = ScratchImage(size, format);
+    if (out.isNull())
+        return {};
+    if (format != QImage::Format_RGB32)
+        out.fill(Qt::transparent); // a reused block holds another picture's pixels
+    QPainter painter(&out);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, smooth);
+    painter.drawImage(out.rect(), source);
+    painter.end();
+    out.setColorSpace(image.colorSpace());
+    return out;
 }
 
 } // namespace kavori

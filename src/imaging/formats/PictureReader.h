@@ -39,4 +39,9 @@ constexpr qint64 kMaxPictureBytes = qint64(512) << 20;
 // Shrinks a decoded picture to fit target with a smooth filter; unchanged when it fits.
 QImage FitDecoded(const QImage& image, const QSize& target);
 
+// The picture at exactly `size`, its pixels in the picture stock (runtime/ScratchMemory).
+// Smooth: halved by 2 x 2 means while it is twice the size or more, then filtered; otherwise
+// the nearest pixels. Null when memory ran out.
+QImage ScaledPicture(const QImage& image, const QSize& size, bool smooth);
+
 } // namespace kavori
