@@ -7,6 +7,7 @@
 #include "runtime/ScratchMemory.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 
 #if defined(__x86_64__) && defined(__GNUC__) && !defined(__clang__)
@@ -221,10 +222,24 @@ using Loads = Avx2Loads;
 using TransformRows = void (*)(const JpegBlocks&, const JpegScanLayout&, const Component*, size_t,
                                SamplePlane*, int, int);
 
+// Whether the wide vector paths may be used where the processor has them (tests turn them off
+// to check the plain paths, which machines without AVX2 take).
+std::atomic<bool> g_wideVectors{true};
+
+bool wideVectors()
+{
+#if KAVORI_AVX2
+    static const bool supported = __builtin_cpu_supports("avx2");
+    return supported && g_wideVectors.load(std::memory_order_relaxed);
+#else
+    return false;
+#endif
+}
+
 TransformRows rowTransform()
 {
 #if KAVORI_AVX2
-    if (__builtin_cpu_supports("avx2"))
+    if (wideVectors())
         return avx2::transformRows;
 #endif
     return plain::transformRows;
@@ -235,7 +250,7 @@ using ConvertRow = void (*)(const RowSource&, int, int32_t*, uint8_t*, QRgb*);
 ConvertRow rowConverter()
 {
 #if KAVORI_AVX2
-    if (__builtin_cpu_supports("avx2"))
+    if (wideVectors())
         return avx2::convertRow;
 #endif
     return plain::convertRow;
@@ -302,7 +317,7 @@ QImage DecodeFullJpeg(const QByteArray& file, int parts)
 
     const int mcuRows = layout->mcusY;
     const int rowParts = std::min(mcuRows, ParallelWidth() * 4);
-    static const TransformRows transformMcuRows = rowTransform();
+    const TransformRows transformMcuRows = rowTransform();
     RunInParallel(rowParts, [&](int part) {
         transformMcuRows(values, *layout, components, count, planes.data(),
                          mcuRows * part / rowParts, mcuRows * (part + 1) / rowParts);
@@ -318,7 +333,7 @@ QImage DecodeFullJpeg(const QByteArray& file, int parts)
     uchar* const bits = image.bits(); // detached here, once, before the threads write
     const qsizetype bytesPerLine = image.bytesPerLine();
     const RowSource source{planes.data(), width, hMax, vMax, chromaWidth, chromaHeight};
-    static const ConvertRow convertRow = rowConverter();
+    const ConvertRow convertRow = rowConverter();
     const int lineParts = std::min(height, ParallelWidth() * 4);
     RunInParallel(lineParts, [&](int part) {
         std::vector<int32_t> sums(sumsRoom(source));
@@ -332,6 +347,11 @@ QImage DecodeFullJpeg(const QByteArray& file, int parts)
         }
     });
     return image;
+}
+
+void UseWideVectorsForFullJpeg(bool use)
+{
+    g_wideVectors = use;
 }
 
 } // namespace kavori

@@ -14,4 +14,8 @@ namespace kavori {
 // DecodeJpegScan; the picture is the same for any number of parts.
 QImage DecodeFullJpeg(const QByteArray& file, int parts = 0);
 
+// Lets the decode use the processor's wide vectors where it has them (the default) or keeps it
+// to the plain paths, which give the same pixels.
+void UseWideVectorsForFullJpeg(bool use);
+
 } // namespace kavori
