@@ -2,9 +2,12 @@
 
 #include "playback/FullViewFrm.h"
 
+#include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QMenu>
 #include <QPixmap>
+#include <QPointer>
 #include <QScreen>
 #include <QTest>
 #include <QTimer>
@@ -17,27 +20,85 @@
 
 namespace kavori {
 
+namespace {
+
+// The window on top: a modal one, or else the newest visible window (the program's first).
+QWidget* windowOnTop(const QWidget* previous)
+{
+    if (QWidget* modal = QApplication::activeModalWidget())
+        return modal;
+    QWidget* found = nullptr;
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (w->isVisible() && w->isWindow() && w->objectName() != QLatin1String("WaitFrm") &&
+            qobject_cast<QMenu*>(w) == nullptr && (!found || w != previous))
+            found = w;
+    return found;
+}
+
+// Presses the command or button of that name in the window, from the event loop: it may open a
+// modal window, whose own loop keeps the poll running.
+bool press(QWidget* window, const QString& name)
+{
+    if (auto* action = window->findChild<QAction*>(name)) {
+        QTimer::singleShot(0, action, [action] { action->trigger(); });
+        return true;
+    }
+    if (auto* button = window->findChild<QAbstractButton*>(name)) {
+        QTimer::singleShot(0, button, [button] { button->click(); });
+        return true;
+    }
+    return false;
+}
+
+[[noreturn]] void leave(bool saved, const QString& target)
+{
+    std::fprintf(stderr, "%s %s\n", saved ? "Screenshot saved to" : "Could not save",
+                 qPrintable(target));
+    // The window may be a modal question inside start-up: leave at once, whatever runs.
+    std::fflush(stderr);
+    std::_Exit(saved ? 0 : 1);
+}
+
+} // namespace
+
 void ScreenshotFirstWindowIfAsked()
 {
     const QString target = qEnvironmentVariable("KAVORI_SCREENSHOT");
     if (target.isEmpty())
         return;
+    struct State {
+        QStringList steps;
+        QPointer<QWidget> pressedIn; // the window the last step was pressed in
+        QPointer<QWidget> seen;      // the window on top at the last poll
+        int settled = 0;             // polls it has been on top
+    };
+    auto state = std::make_shared<State>();
+    state->steps = qEnvironmentVariable("KAVORI_SCREENSHOT_OPEN").split(u',', Qt::SkipEmptyParts);
     auto* poll = new QTimer(qApp);
     poll->setInterval(250);
-    auto waited = std::make_shared<int>(0);
-    QObject::connect(poll, &QTimer::timeout, qApp, [poll, target, waited] {
-        QWidget* window = QApplication::activeModalWidget();
-        if (!window) {
-            for (QWidget* w : QApplication::topLevelWidgets()) {
-                if (w->isVisible() && w->objectName() != QLatin1String("WaitFrm")) {
-                    window = w;
-                    break;
-                }
-            }
-        }
-        // Give the window a second to settle after it appears (start timers, first paint).
-        if (!window || ++*waited < 4)
+    QObject::connect(poll, &QTimer::timeout, qApp, [poll, target, state] {
+        QWidget* window = windowOnTop(state->pressedIn);
+        if (!window)
             return;
+        if (window != state->seen) {
+            state->seen = window;
+            state->settled = 0;
+        }
+        // Give the window a second to settle after it appears (start timers, first paint); a
+        // step that opens no window of its own (a pane) leaves its window on top, taken later.
+        if (++state->settled < (window == state->pressedIn ? 8 : 4))
+            return;
+        if (!state->steps.isEmpty()) {
+            const QString step = state->steps.takeFirst();
+            if (!press(window, step)) {
+                std::fprintf(stderr, "No %s in %s\n", qPrintable(step),
+                             qPrintable(window->objectName()));
+                leave(false, target);
+            }
+            state->pressedIn = window;
+            state->settled = 0;
+            return;
+        }
         poll->stop();
         // With $KAVORI_SCREENSHOT_MENU naming a menu, that menu is opened and the whole
         // screen is taken, so the menu shows beside its window.
@@ -45,18 +106,9 @@ void ScreenshotFirstWindowIfAsked()
         if (auto* menu = window->findChild<QMenu*>(menuName); menu && !menuName.isEmpty()) {
             menu->popup(window->mapToGlobal(QPoint(10, 30)));
             QTest::qWait(400);
-            const bool saved = window->screen()->grabWindow(0).save(target, "PNG");
-            std::fprintf(stderr, "%s %s\n", saved ? "Screenshot saved to" : "Could not save",
-                         qPrintable(target));
-            std::fflush(stderr);
-            std::_Exit(saved ? 0 : 1);
+            leave(window->screen()->grabWindow(0).save(target, "PNG"), target);
         }
-        const bool saved = window->grab().save(target, "PNG");
-        std::fprintf(stderr, "%s %s\n", saved ? "Screenshot saved to" : "Could not save",
-                     qPrintable(target));
-        // The window may be a modal question inside start-up: leave at once, whatever runs.
-        std::fflush(stderr);
-        std::_Exit(saved ? 0 : 1);
+        leave(window->grab().save(target, "PNG"), target);
     });
     poll->start();
 }
