@@ -1,5 +1,6 @@
 #include "ExitFrm.h"
 
+#include "platform/HelpFile.h"
 #include "runtime/MsgBox.h"
 
 #include <QHBoxLayout>
@@ -13,6 +14,7 @@ namespace kavori {
 ExitFrm::ExitFrm(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("ExitFrm"));
+    InstallHelpKey(this, QStringLiteral("editor#ExitFrm"));
     setWindowTitle(AppTitle() + QStringLiteral(" - [Changes Made]"));
     auto* icon = new QLabel(this);
     icon->setPixmap(style()->standardIcon(QStyle::SP_MessageBoxQuestion).pixmap(32, 32));

@@ -19,6 +19,7 @@
 #include "packaging/SaverSettings.h"
 #include "packaging/SaverSetup.h"
 #include "platform/AppPaths.h"
+#include "platform/HelpFile.h"
 #include "platform/UserSettings.h"
 #include "platform/Volumes.h"
 #include "playback/FullViewFrm.h"
@@ -81,6 +82,7 @@ QString SlideLoadFrm::Title(const QString& function)
 SlideLoadFrm::SlideLoadFrm(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("SlideLoadFrm"));
+    InstallHelpKey(this, QStringLiteral("editor"));
     setWindowTitle(Title());
     setAcceptDrops(true);
     buildSource();

@@ -1,6 +1,7 @@
 #include "SlideRangeFrm.h"
 
 #include "SlideLoadFrm.h"
+#include "platform/HelpFile.h"
 #include "slideshow/SlideShow.h"
 
 #include <QComboBox>
@@ -17,6 +18,7 @@ SlideRangeFrm::SlideRangeFrm(const QString& prompt, int currentLine, QWidget* pa
     : QDialog(parent)
 {
     setObjectName(QStringLiteral("SlideRangeFrm"));
+    InstallHelpKey(this, QStringLiteral("editor#mnuViewList"));
     setWindowTitle(SlideLoadFrm::Title(QStringLiteral("Select Range")));
     QStringList lines;
     const QVector<Slide>& slides = CurrentShow().slides;

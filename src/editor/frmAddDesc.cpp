@@ -1,5 +1,6 @@
 #include "frmAddDesc.h"
 
+#include "platform/HelpFile.h"
 #include "runtime/MsgBox.h"
 
 #include <QDialogButtonBox>
@@ -13,6 +14,7 @@ namespace kavori {
 frmAddDesc::frmAddDesc(const QStringList& files, QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmAddDesc"));
+    InstallHelpKey(this, QStringLiteral("slides#frmAdvDescription"));
     setWindowTitle(AppTitle() + QStringLiteral(" - [Add Description]"));
     m_files = new QListWidget(this);
     m_files->setObjectName(QStringLiteral("lstFiles"));

@@ -1,5 +1,6 @@
 #include "frmAdvDescEdit.h"
 
+#include "platform/HelpFile.h"
 #include "runtime/MsgBox.h"
 
 #include <QDialogButtonBox>
@@ -14,6 +15,7 @@ frmAdvDescEdit::frmAdvDescEdit(const QString& fileName, const QString& text, QWi
     : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmAdvDescEdit"));
+    InstallHelpKey(this, QStringLiteral("slides#frmAdvDescription"));
     setWindowTitle(AppTitle() + QStringLiteral(" - [Edit Description]"));
     auto* file = new QLabel(QStringLiteral("Description for ") + fileName + u':', this);
     file->setObjectName(QStringLiteral("lblFile"));

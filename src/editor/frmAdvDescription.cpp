@@ -3,6 +3,7 @@
 #include "frmAddDesc.h"
 #include "frmAdvDescEdit.h"
 #include "platform/AppPaths.h"
+#include "platform/HelpFile.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Prompts.h"
 #include "slideshow/DescriptionFile.h"
@@ -46,6 +47,7 @@ const QString kSearchCaption = QStringLiteral("&Search");
 frmAdvDescription::frmAdvDescription(const QString& folder, QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmAdvDescription"));
+    InstallHelpKey(this, QStringLiteral("slides#frmAdvDescription"));
     setWindowTitle(title());
 
     m_drive = new QComboBox(this);

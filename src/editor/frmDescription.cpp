@@ -5,6 +5,7 @@
 #include "imaging/ImageTypes.h"
 #include "imaging/PictureLoader.h"
 #include "platform/AppPaths.h"
+#include "platform/HelpFile.h"
 #include "playback/DescriptionLabels.h"
 #include "runtime/MsgBox.h"
 #include "settings/Settings.h"
@@ -54,6 +55,7 @@ frmDescription::frmDescription(int slide, QWidget* parent)
     : QDialog(parent), m_show(CurrentShow()), m_originalDefaults(DefaultDescriptionLook())
 {
     setObjectName(QStringLiteral("frmDescription"));
+    InstallHelpKey(this, QStringLiteral("slides#frmDescription"));
     setWindowTitle(Title());
 
     m_caption = new QLabel(this);

@@ -1,6 +1,7 @@
 #include "frmEditSounds.h"
 
 #include "files/FolderTree.h"
+#include "platform/HelpFile.h"
 
 #include "BrowseWavFrm.h"
 #include "SlideRangeFrm.h"
@@ -87,6 +88,7 @@ frmEditSounds::frmEditSounds(int slide, QWidget* parent)
     : QDialog(parent), m_sounds(SoundsOfShow(CurrentShow()))
 {
     setObjectName(QStringLiteral("frmEditSounds"));
+    InstallHelpKey(this, QStringLiteral("slides#frmEditSounds"));
     m_offered = SoundsInUse(m_sounds);
 
     auto* splitter = new QSplitter(this);

@@ -1,5 +1,6 @@
 #include "frmExportVideo.h"
 
+#include "platform/HelpFile.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Prompts.h"
 #include "settings/Settings.h"
@@ -35,6 +36,7 @@ QString Title()
 frmExportVideo::frmExportVideo(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmExportVideo"));
+    InstallHelpKey(this, QStringLiteral("export"));
     setWindowTitle(Title());
     const Settings& s = CurrentSettings();
 

@@ -1,6 +1,7 @@
 #include "frmPlaybackOptions.h"
 
 #include "DescriptionLookEditor.h"
+#include "platform/HelpFile.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Prompts.h"
 #include "slideshow/SlideWizard.h"
@@ -40,6 +41,7 @@ QCheckBox* check(QWidget* parent, const char* name, const QString& text)
 frmPlaybackOptions::frmPlaybackOptions(QWidget* parent, Page page) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmPlaybackOptions"));
+    InstallHelpKey(this, QStringLiteral("editor#frmPlaybackOptions"));
     setWindowTitle(AppTitle() + QStringLiteral(" - [Playback Options]"));
     m_tabs = named(new QTabWidget(this), "tabOptions");
 

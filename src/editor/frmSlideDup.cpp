@@ -1,6 +1,7 @@
 #include "frmSlideDup.h"
 
 #include "SlideLoadFrm.h"
+#include "platform/HelpFile.h"
 #include "runtime/Format.h"
 #include "slideshow/SlideShow.h"
 
@@ -15,6 +16,7 @@ namespace kavori {
 frmSlideDup::frmSlideDup(const QVector<int>& lines, QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmSlideDup"));
+    InstallHelpKey(this, QStringLiteral("editor#mnuViewList"));
     setWindowTitle(SlideLoadFrm::Title(QStringLiteral("Check For Duplicate Slides")));
     auto* list = new QListWidget(this);
     list->setObjectName(QStringLiteral("lstDuplicates"));

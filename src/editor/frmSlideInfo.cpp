@@ -1,5 +1,6 @@
 #include "frmSlideInfo.h"
 
+#include "platform/HelpFile.h"
 #include "runtime/MsgBox.h"
 #include "slideshow/ShowInformation.h"
 #include "slideshow/SlideShow.h"
@@ -15,6 +16,7 @@ namespace kavori {
 frmSlideInfo::frmSlideInfo(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmSlideInfo"));
+    InstallHelpKey(this, QStringLiteral("editor#mnuFile"));
     setWindowTitle(AppTitle() + QStringLiteral(" - [Slide Show Information]"));
     const SlideShow& show = CurrentShow();
     const ShowInformation info = DescribeShow(show);

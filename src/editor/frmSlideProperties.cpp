@@ -2,6 +2,7 @@
 
 #include "SlideRangeFrm.h"
 #include "imaging/PictureLoader.h"
+#include "platform/HelpFile.h"
 #include "playback/player/SlideLayout.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Prompts.h"
@@ -44,6 +45,7 @@ QSize playerScreen(const QWidget* widget)
 frmSlideProperties::frmSlideProperties(int line, QWidget* parent) : SlideEditDialog(line, parent)
 {
     setObjectName(QStringLiteral("frmSlideProperties"));
+    InstallHelpKey(this, QStringLiteral("slides#frmSlideProperties"));
     auto button = [this](const char* name, const QString& text, auto&& slot) {
         auto* b = new QPushButton(text, this);
         b->setObjectName(QString::fromLatin1(name));

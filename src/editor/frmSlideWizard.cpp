@@ -1,6 +1,7 @@
 #include "frmSlideWizard.h"
 
 #include "platform/AppPaths.h"
+#include "platform/HelpFile.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Prompts.h"
 #include "runtime/WaitDialog.h"
@@ -62,6 +63,7 @@ QHBoxLayout* folderRow(QWidget* parent, QLineEdit* edit, QPushButton* browse)
 frmSlideWizard::frmSlideWizard(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmSlideWizard"));
+    InstallHelpKey(this, QStringLiteral("wizard"));
     setWindowTitle(title());
     const Settings& s = CurrentSettings();
     m_pages = new QStackedWidget(this);

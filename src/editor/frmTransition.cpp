@@ -2,6 +2,7 @@
 
 #include "SlideLoadFrm.h"
 #include "imaging/PictureLoader.h"
+#include "platform/HelpFile.h"
 #include "playback/TransitionEngine.h"
 #include "playback/TransitionPreview.h"
 #include "playback/player/SlideLayout.h"
@@ -41,6 +42,7 @@ QSize playerScreen(const QWidget* widget)
 frmTransition::frmTransition(int line, QWidget* parent) : SlideEditDialog(line, parent)
 {
     setObjectName(QStringLiteral("frmTransition"));
+    InstallHelpKey(this, QStringLiteral("slides#frmTransition"));
     m_list = new QListWidget(this);
     m_list->setObjectName(QStringLiteral("ListTrans"));
     m_list->addItems(TransitionNames());

@@ -4,6 +4,7 @@
 #include "fileutil/FileJobs.h"
 #include "frmCopyImages.h"
 #include "platform/AppPaths.h"
+#include "platform/HelpFile.h"
 #include "runtime/MsgBox.h"
 #include "runtime/WaitDialog.h"
 #include "settings/Settings.h"
@@ -75,6 +76,7 @@ frmMoveCurrentImg::frmMoveCurrentImg(const QString& currentFile, QWidget* parent
     : QDialog(parent), m_currentFile(currentFile)
 {
     setObjectName(QStringLiteral("frmMoveCurrentImg"));
+    InstallHelpKey(this, QStringLiteral("files#frmMoveCurrentImg"));
     setWindowTitle(AppTitle() + QStringLiteral(" - [Move Current Image]"));
     m_destination = new FolderPane(QStringLiteral("Dir2"), QString(), {}, this);
     // The file's name is shown; a click on it shows the whole path, so a long one does not
@@ -151,6 +153,7 @@ DeleteImgFrm::DeleteImgFrm(const QString& currentFile, QWidget* parent)
     : QDialog(parent), m_currentFile(currentFile)
 {
     setObjectName(QStringLiteral("DeleteImgFrm"));
+    InstallHelpKey(this, QStringLiteral("files#DeleteImgFrm"));
     setWindowTitle(AppTitle() + QStringLiteral(" - [Delete Images]"));
     m_source =
         new FolderPane(QStringLiteral("Dir1"), QStringLiteral("File1"), ImagePatterns(), this);
@@ -184,6 +187,7 @@ RenameImgFrm::RenameImgFrm(const QString& currentFile, QWidget* parent)
     : QDialog(parent), m_currentFile(currentFile)
 {
     setObjectName(QStringLiteral("RenameImgFrm"));
+    InstallHelpKey(this, QStringLiteral("files#RenameImgFrm"));
     setWindowTitle(RenameTitle());
     m_source =
         new FolderPane(QStringLiteral("Dir1"), QStringLiteral("File1"), ImagePatterns(), this);
@@ -217,6 +221,7 @@ void RenameImgFrm::run()
 DeleteFolderFrm::DeleteFolderFrm(const QString& startFolder, QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("DeleteFolderFrm"));
+    InstallHelpKey(this, QStringLiteral("files#DeleteFolderFrm"));
     setWindowTitle(AppTitle() + QStringLiteral(" - [Delete Folder]"));
     m_folders = new FolderPane(QStringLiteral("Dir1"), QString(), {}, this);
     ConnectDeleteKeys(m_folders, QString());

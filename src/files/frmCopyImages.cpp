@@ -2,6 +2,7 @@
 
 #include "FolderPane.h"
 #include "platform/AppPaths.h"
+#include "platform/HelpFile.h"
 #include "runtime/MsgBox.h"
 #include "runtime/WaitDialog.h"
 #include "settings/Settings.h"
@@ -63,6 +64,8 @@ void frmCopyImages::build(bool sounds)
 {
     const bool move = m_kind == FileJobKind::Move;
     setObjectName(QStringLiteral("frmCopyImages"));
+    InstallHelpKey(this, move ? QStringLiteral("files#frmMoveImages")
+                              : QStringLiteral("files#frmCopyImages"));
     const QString what = sounds ? QStringLiteral("Sound(s)") : QStringLiteral("Images");
     setWindowTitle(AppTitle() + QStringLiteral(" - [") +
                    (move ? QStringLiteral("Move ") : QStringLiteral("Copy ")) + what + u']');

@@ -5,6 +5,7 @@
 #include "imaging/ImageTypes.h"
 #include "imaging/PictureLoader.h"
 #include "platform/AppPaths.h"
+#include "platform/HelpFile.h"
 #include "runtime/Format.h"
 #include "runtime/MsgBox.h"
 #include "settings/Settings.h"
@@ -61,6 +62,7 @@ frmDuplicateFiles::frmDuplicateFiles(MainViewFrm* window, QWidget* parent)
     : QDialog(parent ? parent : window), m_window(window)
 {
     setObjectName(QStringLiteral("frmDuplicateFiles"));
+    InstallHelpKey(this, QStringLiteral("files#frmDuplicateFiles"));
     setWindowTitle(AppTitle() + QStringLiteral(" - [Find Duplicate Files]"));
 
     m_drives = new QListWidget(this);

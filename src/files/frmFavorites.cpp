@@ -2,6 +2,7 @@
 
 #include "fileutil/Favorites.h"
 #include "platform/AppPaths.h"
+#include "platform/HelpFile.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Prompts.h"
 #include "settings/Settings.h"
@@ -21,6 +22,7 @@ namespace kavori {
 frmFavorites::frmFavorites(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmFavorites"));
+    InstallHelpKey(this, QStringLiteral("commands#mnuFavoritesList"));
     setWindowTitle(AppTitle() + QStringLiteral(" - [Favorite Files]"));
     m_list = new QListWidget(this);
     m_list->setObjectName(QStringLiteral("lstFavorites"));

@@ -1,6 +1,7 @@
 #include "frmFindFiles.h"
 
 #include "platform/AppPaths.h"
+#include "platform/HelpFile.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Prompts.h"
 
@@ -41,6 +42,8 @@ frmFindFiles::frmFindFiles(FindKind kind, const QString& folder, QWidget* parent
 {
     const bool shows = kind == FindKind::SlideShows;
     setObjectName(QStringLiteral("frmFindFiles"));
+    InstallHelpKey(this, shows ? QStringLiteral("commands#mnuFindSlideShow")
+                               : QStringLiteral("commands#mnuFindImage"));
     setWindowTitle(title());
 
     m_name = new QLineEdit(this);

@@ -2,6 +2,7 @@
 
 #include "fileutil/QuickFolders.h"
 #include "platform/AppPaths.h"
+#include "platform/HelpFile.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Prompts.h"
 #include "settings/Settings.h"
@@ -22,6 +23,7 @@ namespace kavori {
 frmQuickFolders::frmQuickFolders(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmQuickFolders"));
+    InstallHelpKey(this, QStringLiteral("commands#mnuQuickFolders"));
     setWindowTitle(AppTitle() + QStringLiteral(" - [Quick Folders]"));
 
     m_grid = new QTableWidget(kQuickFolders, 3, this);

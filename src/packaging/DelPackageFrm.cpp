@@ -3,6 +3,7 @@
 #include "PackageRemoval.h"
 #include "files/FolderPane.h"
 #include "platform/AppPaths.h"
+#include "platform/HelpFile.h"
 
 #include <QDir>
 #include <QHBoxLayout>
@@ -15,6 +16,7 @@ namespace kavori {
 DelPackageFrm::DelPackageFrm(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("DelPackageFrm"));
+    InstallHelpKey(this, QStringLiteral("package#DelPackageFrm"));
     setWindowTitle(DeletePackageTitle());
 
     m_folders = new FolderPane(QStringLiteral("Dir1"), QString(), {}, this);

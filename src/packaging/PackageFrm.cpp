@@ -4,6 +4,7 @@
 #include "files/frmCopyImages.h"
 #include "fileutil/FileJobs.h"
 #include "platform/AppPaths.h"
+#include "platform/HelpFile.h"
 #include "runtime/MsgBox.h"
 #include "runtime/WaitDialog.h"
 
@@ -44,6 +45,7 @@ QPushButton* button(QWidget* parent, const char* name, const QString& text)
 PackageFrm::PackageFrm(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("PackageFrm"));
+    InstallHelpKey(this, QStringLiteral("package"));
     setWindowTitle(PackageTitle());
 
     m_source = new FolderPane(QStringLiteral("Dir1"), QStringLiteral("File1"),

@@ -58,6 +58,7 @@ SaverSetup::SaverSetup(QWidget* parent)
     : QDialog(parent), m_lock(std::make_unique<WindowLock>(WindowTitle()))
 {
     setObjectName(QStringLiteral("SaverSetup"));
+    InstallHelpKey(this, QStringLiteral("screensaver"));
     setWindowTitle(WindowTitle());
 
     m_tabs = named(new QTabWidget, "SSTab1");
@@ -187,7 +188,7 @@ SaverSetup::SaverSetup(QWidget* parent)
 
     connect(ok, &QPushButton::clicked, this, &SaverSetup::CmdOK_Click);
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
-    connect(help, &QPushButton::clicked, this, [] { ShowHelp(); });
+    connect(help, &QPushButton::clicked, this, [this] { ShowWindowHelp(this); });
     connect(edit, &QPushButton::clicked, this, &SaverSetup::CmdEditShow_Click);
     connect(select, &QPushButton::clicked, this, &SaverSetup::CmdSelectFile_Click);
     connect(background, &QPushButton::clicked, this, &SaverSetup::CmdBackground_Click);

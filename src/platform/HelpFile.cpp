@@ -4,7 +4,10 @@
 
 #include <QDesktopServices>
 #include <QFileInfo>
+#include <QPointer>
+#include <QShortcut>
 #include <QUrl>
+#include <QWidget>
 
 namespace kavori {
 
@@ -31,6 +34,32 @@ void ShowHelp(const QString& topic)
 QString CommandHelpTopic(const QString& command)
 {
     return QStringLiteral("commands#") + command;
+}
+
+namespace {
+const char kTopicProperty[] = "kavoriHelpTopic";
+} // namespace
+
+void InstallHelpKey(QWidget* window, const QString& topic)
+{
+    window->setProperty(kTopicProperty, topic);
+    if (window->findChild<QShortcut*>(QStringLiteral("HelpKey"), Qt::FindDirectChildrenOnly))
+        return;
+    auto* key = new QShortcut(QKeySequence(Qt::Key_F1), window);
+    key->setObjectName(QStringLiteral("HelpKey"));
+    // Read when pressed: a derived window may change the topic after its base installed it.
+    QObject::connect(key, &QShortcut::activated, window,
+                     [w = QPointer<QWidget>(window)] { ShowWindowHelp(w); });
+}
+
+QString WindowHelpTopic(const QWidget* window)
+{
+    return window ? window->property(kTopicProperty).toString() : QString();
+}
+
+void ShowWindowHelp(const QWidget* window)
+{
+    ShowHelp(WindowHelpTopic(window));
 }
 
 namespace {

@@ -54,6 +54,7 @@ std::function<void(const QString&)>& frmLanguage::WebOpener()
 frmLanguage::frmLanguage(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmLanguage"));
+    InstallHelpKey(this, QStringLiteral("languages"));
     setWindowTitle(AppTitle() + QStringLiteral(" - [Select Language]"));
     auto* label = new QLabel(QStringLiteral("Installed languages:"), this);
     m_list = new QListWidget(this);
@@ -89,7 +90,7 @@ frmLanguage::frmLanguage(QWidget* parent) : QDialog(parent)
     connect(web, &QPushButton::clicked, this, [] {
         WebOpener()(QUrl::fromLocalFile(HelpPagePath(QStringLiteral("languages"))).toString());
     });
-    connect(help, &QPushButton::clicked, this, [] { ShowHelp(); });
+    connect(help, &QPushButton::clicked, this, [this] { ShowWindowHelp(this); });
     connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
 
     auto* buttons = new QVBoxLayout;

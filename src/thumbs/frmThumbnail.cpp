@@ -172,6 +172,7 @@ void frmThumbnail::SetSystemOpener(std::function<void(const QString&)> opener)
 frmThumbnail::frmThumbnail(MainViewFrm* window) : QDialog(window), m_window(window)
 {
     setObjectName(QStringLiteral("frmThumbnail"));
+    InstallHelpKey(this, QStringLiteral("thumbnails"));
     setWindowTitle(AppTitle() + QStringLiteral(" - [Thumbnail Browser]"));
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     setAcceptDrops(true);
@@ -283,7 +284,7 @@ void frmThumbnail::build()
     connect(m_browse, &QPushButton::clicked, this, &frmThumbnail::chooseFolder);
     connect(m_stop, &QPushButton::clicked, this, &frmThumbnail::stop);
     connect(m_close, &QPushButton::clicked, this, &QDialog::close);
-    connect(help, &QPushButton::clicked, this, [] { ShowHelp(QStringLiteral("thumbnails")); });
+    connect(help, &QPushButton::clicked, this, [this] { ShowWindowHelp(this); });
     connect(m_pageChoice, &QComboBox::activated, this,
             [this](int row) { setPageSize(m_pageChoice->itemData(row).toInt()); });
 

@@ -1,5 +1,6 @@
 #include "frmPreferences.h"
 
+#include "platform/HelpFile.h"
 #include "runtime/MsgBox.h"
 #include "settings/Settings.h"
 #include "settings/SettingsCatalogue.h"
@@ -62,6 +63,7 @@ const Group kGroups[] = {
 frmPreferences::frmPreferences(QWidget* parent) : QDialog(parent)
 {
     setObjectName(QStringLiteral("frmPreferences"));
+    InstallHelpKey(this, QStringLiteral("preferences"));
     setWindowTitle(AppTitle() + QStringLiteral(" - [Preferences]"));
     const Settings& s = CurrentSettings();
     auto* layout = new QVBoxLayout(this);
