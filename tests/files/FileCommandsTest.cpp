@@ -6,6 +6,7 @@
 #include "slideshow/DescriptionFile.h"
 #include "slideshow/SlideShow.h"
 #include "support/ShowTest.h"
+#include "support/WindowCommands.h"
 #include "viewer/MainViewFrm.h"
 
 #include <QAction>
@@ -22,6 +23,8 @@
 #include <functional>
 
 using namespace kavori;
+using kavori::test::run;
+using kavori::test::runWithDialog;
 
 class FileCommandsTest : public kavori::test::ShowTest {
 protected:
@@ -44,27 +47,6 @@ protected:
         writeFile(pics + QStringLiteral("!Description"),
                   "Kavori Description File\r\n------------------------------\r\n"
                   "p1.bmp\r\nRed\r\np2.bmp\r\nGreen\r\n");
-    }
-    // Runs a main-window command whose dialog is then worked by drive (and closed after).
-    void runWithDialog(MainViewFrm& w, const char* action, std::function<void(QDialog*)> drive)
-    {
-        bool driven = false;
-        QTimer::singleShot(0, qApp, [&] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            ASSERT_NE(dialog, nullptr);
-            drive(dialog);
-            driven = true;
-            if (dialog->isVisible())
-                dialog->reject();
-        });
-        run(w, action);
-        EXPECT_TRUE(driven) << action;
-    }
-    static void run(MainViewFrm& w, const char* action)
-    {
-        QAction* a = w.menus().action(QString::fromLatin1(action));
-        ASSERT_TRUE(a->isEnabled()) << action;
-        a->trigger();
     }
     static void select(FolderPane* pane, const QStringList& names)
     {

@@ -7,6 +7,7 @@
 #include "runtime/MsgBox.h"
 #include "settings/Settings.h"
 #include "support/KavoriTest.h"
+#include "support/WindowCommands.h"
 #include "viewer/MainViewFrm.h"
 
 #include <QAction>
@@ -20,6 +21,8 @@
 #include <functional>
 
 using namespace kavori;
+using kavori::test::run;
+using kavori::test::runWithDialog;
 
 // Two media are "in": a stick the kernel calls removable and a card the desktop mounted, each
 // a folder of the test's home, named by a recorded-style mount table.
@@ -72,26 +75,6 @@ protected:
         QImage image(16, 12, QImage::Format_RGB32);
         image.fill(Qt::blue);
         image.save(path, "BMP");
-    }
-    void runWithDialog(MainViewFrm& w, const char* action, std::function<void(QDialog*)> drive)
-    {
-        bool driven = false;
-        QTimer::singleShot(0, qApp, [&] {
-            auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-            ASSERT_NE(dialog, nullptr);
-            drive(dialog);
-            driven = true;
-            if (dialog->isVisible())
-                dialog->reject();
-        });
-        run(w, action);
-        EXPECT_TRUE(driven) << action;
-    }
-    static void run(MainViewFrm& w, const char* action)
-    {
-        QAction* a = w.menus().action(QString::fromLatin1(action));
-        ASSERT_TRUE(a->isEnabled()) << action;
-        a->trigger();
     }
     static void selectAll(FolderPane* pane)
     {

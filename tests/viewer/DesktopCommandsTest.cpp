@@ -6,6 +6,7 @@
 #include "settings/Settings.h"
 #include "settings/SettingsCatalogue.h"
 #include "support/KavoriTest.h"
+#include "support/WindowCommands.h"
 #include "viewer/MainViewFrm.h"
 
 #include <QAction>
@@ -16,6 +17,7 @@
 #include <QUrl>
 
 using namespace kavori;
+using kavori::test::run;
 
 // The main window's desktop commands end to end, with the desktop's tools recorded.
 class DesktopCommandsTest : public kavori::test::KavoriTest {
@@ -60,12 +62,6 @@ protected:
     {
         const QString path = writeFile(bin + name, "#!/bin/sh\nexit 0\n");
         QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    }
-    static void run(MainViewFrm& w, const char* action)
-    {
-        QAction* a = w.menus().action(QString::fromLatin1(action));
-        ASSERT_TRUE(a->isEnabled()) << action;
-        a->trigger();
     }
     QString picture(const QString& name, Qt::GlobalColor color)
     {

@@ -10,6 +10,7 @@
 #include "settings/Settings.h"
 #include "settings/SettingsCatalogue.h"
 #include "support/KavoriTest.h"
+#include "support/WindowCommands.h"
 #include "viewer/ImageView.h"
 
 #include <QAction>
@@ -21,6 +22,7 @@
 #include <QTest>
 
 using namespace kavori;
+using kavori::test::run;
 
 class MainViewFrmTest : public kavori::test::KavoriTest {
 protected:
@@ -46,12 +48,6 @@ protected:
         QImage green(4, 4, QImage::Format_RGB32);
         green.fill(Qt::green);
         QApplication::clipboard()->setImage(green);
-    }
-    static void run(MainViewFrm& w, const char* action)
-    {
-        QAction* a = w.menus().action(QString::fromLatin1(action));
-        ASSERT_TRUE(a->isEnabled()) << action;
-        a->trigger();
     }
 };
 

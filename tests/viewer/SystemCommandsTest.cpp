@@ -9,6 +9,7 @@
 #include "runtime/MsgBox.h"
 #include "settings/Settings.h"
 #include "support/KavoriTest.h"
+#include "support/WindowCommands.h"
 #include "viewer/MainViewFrm.h"
 
 #include <QAction>
@@ -24,6 +25,7 @@
 #include <QUrl>
 
 using namespace kavori;
+using kavori::test::run;
 
 // Receives the URLs the program would open in the browser.
 class UrlCatcher : public QObject {
@@ -62,12 +64,6 @@ protected:
     {
         const QString path = writeFile(bin + name, "#!/bin/sh\nexit 0\n");
         QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    }
-    static void run(MainViewFrm& w, const char* action)
-    {
-        QAction* a = w.menus().action(QString::fromLatin1(action));
-        ASSERT_TRUE(a->isEnabled()) << action;
-        a->trigger();
     }
     static void shoot(QWidget* widget, const char* name)
     {
