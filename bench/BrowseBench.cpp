@@ -1,13 +1,15 @@
 // Stepping through a folder of 4000 x 3000 photos in the main window: the time the window is
 // busy when the user presses Next after looking at a picture for 300 ms, up to the new picture
-// painted at the window's size, with the neighbours read ahead (as the window does) and, for
-// comparison, decoded only when asked. Median of the steps and the first step.
+// painted at the window's size and the next read-ahead started, with the neighbours read ahead
+// (as the window does) and, for comparison, decoded only when asked. Median of the steps and
+// the first step; "next" is the command alone, before the paint.
 #include "imaging/PictureLoader.h"
 #include "runtime/Prompts.h"
 #include "settings/Settings.h"
 #include "viewer/MainViewFrm.h"
 
 #include <QAction>
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QImage>
 #include <QPainter>
@@ -56,6 +58,7 @@ void BM_BrowseNextWithReadAhead(benchmark::State& state)
     QAction* next = window.menus().action(QStringLiteral("mnuBrowseNext"));
     QAction* first = window.menus().action(QStringLiteral("mnuBrowseFirst"));
     Runs steps;
+    Runs commands;
     for (auto _ : state) {
         state.PauseTiming();
         if (window.document().currentFile().endsWith(QLatin1String("photo_7.jpg")))
@@ -65,10 +68,14 @@ void BM_BrowseNextWithReadAhead(benchmark::State& state)
         QElapsedTimer timer;
         timer.start();
         next->trigger();
-        window.repaint(); // the new picture scaled to the window and drawn
+        commands.add(double(timer.nsecsElapsed()) / 1e6);
+        // What the event loop does next: the window paints what the step changed (the new
+        // picture at the window's size, the status bar), then starts the read-ahead.
+        QCoreApplication::processEvents();
         steps.add(double(timer.nsecsElapsed()) / 1e6);
     }
     steps.report(state, "busy");
+    commands.report(state, "next"); // the part before the paint
 }
 
 void BM_DecodeWhenAsked(benchmark::State& state)

@@ -94,6 +94,7 @@ private:
     ImageDocument m_document;
     ImageView* m_view = nullptr;
     QTimer* m_timerStart = nullptr;
+    QTimer* m_readAhead = nullptr; // starts the read-ahead once the window has painted
     QLabel* m_statusText = nullptr;
     qint16 m_startRequest = 0;
     bool m_ending = false; // the command line asked only for the help hint
