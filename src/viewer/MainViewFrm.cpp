@@ -147,6 +147,7 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     applyBackground();
     updateRecentMenu();
 
+    m_desktopWrites.setMaxThreadCount(1);
     // The neighbours are read ahead after the new picture is painted (a posted paint comes
     // before a timer), so their decodes do not take the cores from that paint.
     m_readAhead = new QTimer(this);
@@ -385,8 +386,9 @@ bool MainViewFrm::openImage(const QString& path)
         fitWindowToImage();
     CurrentSettings().LastOpenedFile = path;
     AddRecentFile(path);
+    // Parsing and writing the desktop's list takes longer than a step: it is done aside.
     if (CurrentSettings().UseRecentDocuments)
-        AddToRecentDocuments(path);
+        m_desktopWrites.start([path] { AddToRecentDocuments(path); });
     updateRecentMenu();
     m_readAhead->start();
     return true;

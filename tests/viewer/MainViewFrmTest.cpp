@@ -3,6 +3,7 @@
 #include "imaging/ModernFiles.h"
 #include "imaging/PictureLoader.h"
 #include "platform/AppPaths.h"
+#include "platform/RecentDocuments.h"
 #include "platform/StartupState.h"
 #include "platform/UserSettings.h"
 #include "runtime/MsgBox.h"
@@ -625,4 +626,16 @@ TEST_F(MainViewFrmTest, AStepShowsTheNextPictureMadeAheadAtTheWindowsSize)
     shot = view->viewport()->grab().toImage();
     EXPECT_EQ(view->shownPicture().size(), view->drawnRect().size());
     EXPECT_EQ(QColor(shot.pixel(view->drawnRect().center())), QColor(Qt::red));
+
+    // The desktop's recent-documents list, written aside, has every picture opened once the
+    // window is gone.
+    {
+        MainViewFrm other;
+        ASSERT_TRUE(other.openImage(first));
+    }
+    QFile list(RecentDocumentsPath());
+    ASSERT_TRUE(list.open(QIODevice::ReadOnly));
+    const QByteArray xbel = list.readAll();
+    EXPECT_TRUE(xbel.contains("s1.bmp"));
+    EXPECT_TRUE(xbel.contains("s2.bmp"));
 }
