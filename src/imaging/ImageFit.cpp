@@ -1,5 +1,7 @@
 #include "ImageFit.h"
 
+#include "formats/PictureReader.h"
+
 #include <algorithm>
 
 namespace kavori {
@@ -22,6 +24,14 @@ QSize ScrollExtent(const QRect& drawn, const QSize& area)
 {
     return QSize(std::max(0, drawn.right() + 1 - area.width()),
                  std::max(0, drawn.bottom() + 1 - area.height()));
+}
+
+QImage FittedPicture(const QImage& image, const ViewFit& fit)
+{
+    const QSize size = FitImageRect(image.size(), fit.area, fit.stretch, fit.enlarge).size();
+    if (size.isEmpty())
+        return {};
+    return size == image.size() ? image : ScaledPicture(image, size, fit.smooth);
 }
 
 } // namespace kavori

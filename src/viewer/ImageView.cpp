@@ -1,13 +1,10 @@
 #include "ImageView.h"
 
-#include "imaging/ImageFit.h"
-#include "imaging/formats/PictureReader.h"
-
 #include <QMouseEvent>
 #include <QPainter>
 #include <QRubberBand>
 #include <QScrollBar>
-#include <QTimer>
+#include <QtConcurrent>
 
 namespace kavori {
 
@@ -20,21 +17,30 @@ ImageView::ImageView(QWidget* parent) : QAbstractScrollArea(parent)
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     m_band = new QRubberBand(QRubberBand::Rectangle, viewport());
     m_band->hide();
-    m_settle = new QTimer(this);
-    m_settle->setSingleShot(true);
-    m_settle->setInterval(150);
-    connect(m_settle, &QTimer::timeout, this, [this] {
-        if (m_rough) {
-            m_scaled = QImage();
-            viewport()->update();
+    m_making = new QFutureWatcher<QImage>(this);
+    connect(m_making, &QFutureWatcher<QImage>::finished, this, [this] {
+        const QImage made = m_making->result();
+        if (made.isNull())
+            return;
+        // Made for a picture no longer shown: dropped. Made for a size no longer wanted: drawn
+        // until the paint asks for the size it needs now.
+        if (m_makingFor == m_image.cacheKey()) {
+            m_scaled = made;
+            m_scaledSmooth = m_makingSmooth;
         }
+        viewport()->update();
     });
 }
 
-void ImageView::setImage(const QImage& image)
+void ImageView::setImage(const QImage& image, const QImage& shown, const ViewFit& shownFit)
 {
+    if (image.isNull() || image.cacheKey() != m_image.cacheKey())
+        m_scaled = QImage();
     m_image = image;
-    m_scaled = QImage();
+    if (!shown.isNull()) {
+        m_scaled = shown;
+        m_scaledSmooth = shownFit.smooth;
+    }
     clearSelection();
     updateScrollBars();
     viewport()->update();
@@ -45,9 +51,13 @@ void ImageView::setFit(bool stretch, bool enlarge, bool smooth)
     m_stretch = stretch;
     m_enlarge = enlarge;
     m_smooth = smooth;
-    m_scaled = QImage();
     updateScrollBars();
     viewport()->update();
+}
+
+ViewFit ImageView::fit() const
+{
+    return ViewFit{viewport()->size(), m_stretch, m_enlarge, m_smooth};
 }
 
 void ImageView::setBackground(const QColor& color, const QImage& texture)
@@ -99,17 +109,38 @@ void ImageView::paintEvent(QPaintEvent*)
         return;
     }
     const QRect target = drawnRect();
-    if (m_scaled.size() != target.size()) {
-        m_rough = m_settle->isActive() && m_smooth;
-        const Qt::TransformationMode mode =
-            m_smooth && !m_rough ? Qt::SmoothTransformation : Qt::FastTransformation;
-        // Scaled into the picture stock: a new scaled picture on every resize would otherwise
-        // pay for fresh pages each time.
-        m_scaled = target.size() == m_image.size()
-                       ? m_image
-                       : ScaledPicture(m_image, target.size(), mode == Qt::SmoothTransformation);
+    if (!scaledFits(target.size())) {
+        if (!m_scaled.isNull()) {
+            // The same picture at another size (a resize, another fit): drawn stretched until
+            // the right one is made.
+            makeScaledAside();
+            painter.setRenderHint(QPainter::SmoothPixmapTransform, m_smooth);
+            painter.drawImage(target, m_scaled);
+            return;
+        }
+        // A picture nothing was made of yet (an edit, a file read when asked) is shown at once
+        // as it will stay.
+        m_scaled = FittedPicture(m_image, fit());
+        m_scaledSmooth = m_smooth;
     }
     painter.drawImage(target.topLeft(), m_scaled);
+}
+
+bool ImageView::scaledFits(const QSize& size) const
+{
+    if (m_scaled.isNull() || m_scaled.size() != size)
+        return false;
+    return m_scaled.cacheKey() == m_image.cacheKey() || m_scaledSmooth == m_smooth;
+}
+
+void ImageView::makeScaledAside()
+{
+    if (m_making->isRunning())
+        return; // its end repaints, and the paint asks again for the size it needs then
+    m_makingFor = m_image.cacheKey();
+    m_makingSmooth = m_smooth;
+    m_making->setFuture(
+        QtConcurrent::run([image = m_image, fit = fit()] { return FittedPicture(image, fit); }));
 }
 
 // The hint sits on a rounded panel of the window's own colours, so it reads over any
@@ -135,7 +166,6 @@ void ImageView::paintHint(QPainter& painter)
 void ImageView::resizeEvent(QResizeEvent* event)
 {
     QAbstractScrollArea::resizeEvent(event);
-    m_settle->start();
     updateScrollBars();
     if (!m_selection.isEmpty())
         m_band->setGeometry(imageToView(m_selection));

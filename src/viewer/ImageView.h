@@ -1,12 +1,14 @@
 #pragma once
 
+#include "imaging/ImageFit.h"
+
 #include <QAbstractScrollArea>
+#include <QFutureWatcher>
 #include <QImage>
 #include <QPixmap>
 
 class QPainter;
 class QRubberBand;
-class QTimer;
 
 namespace kavori {
 
@@ -18,10 +20,18 @@ class ImageView : public QAbstractScrollArea {
 public:
     explicit ImageView(QWidget* parent = nullptr);
 
-    void setImage(const QImage& image);
+    // Shows image. shown, when not null, is that same picture already made as an area of
+    // shownFit draws it (FittedPicture), so the paint only has to draw. The same picture given
+    // again keeps what was made of it.
+    void setImage(const QImage& image, const QImage& shown = QImage(),
+                  const ViewFit& shownFit = ViewFit());
     const QImage& image() const { return m_image; }
 
     void setFit(bool stretch, bool enlarge, bool smooth);
+    // How the area shows pictures now, at its present size.
+    ViewFit fit() const;
+    // The picture as the last paint drew it, or as made since to be drawn.
+    const QImage& shownPicture() const { return m_scaled; }
     void setBackground(const QColor& color, const QImage& texture = QImage());
 
     // A few lines drawn in the middle of the area while no image is shown, so an empty window
@@ -53,9 +63,16 @@ private:
     void paintHint(QPainter& painter);
     QRect imageToView(const QRect& r) const;
     QRect viewToImage(const QRect& r) const;
+    bool scaledFits(const QSize& size) const;
+    void makeScaledAside();
 
     QImage m_image;
     QImage m_scaled; // the image at its drawn size, made once per size
+    bool m_scaledSmooth = false;
+    // A new size of the same picture is made on a worker while the old one is drawn stretched.
+    QFutureWatcher<QImage>* m_making = nullptr;
+    qint64 m_makingFor = 0; // the cacheKey of the picture being made
+    bool m_makingSmooth = false;
     QColor m_background = Qt::black;
     QImage m_texture;
     QString m_hint;
@@ -66,9 +83,6 @@ private:
     QPoint m_dragStart;
     bool m_dragging = false;
     QRubberBand* m_band = nullptr;
-    // While the size keeps changing the picture is scaled quickly; once it settles, smoothly.
-    QTimer* m_settle = nullptr;
-    bool m_rough = false;
 };
 
 } // namespace kavori

@@ -147,6 +147,14 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     applyBackground();
     updateRecentMenu();
 
+    m_desktopWrites.setMaxThreadCount(1);
+    // The neighbours are read ahead after the new picture is painted (a posted paint comes
+    // before a timer), so their decodes do not take the cores from that paint.
+    m_readAhead = new QTimer(this);
+    m_readAhead->setSingleShot(true);
+    m_readAhead->setInterval(0);
+    connect(m_readAhead, &QTimer::timeout, this, &MainViewFrm::prefetchNeighbours);
+
     m_timerStart = new QTimer(this);
     m_timerStart->setObjectName(QStringLiteral("TimerStart"));
     m_timerStart->setSingleShot(true);
@@ -357,7 +365,8 @@ bool MainViewFrm::openImage(const QString& path)
 {
     if (!ConfirmDiscardChanges(m_document))
         return false;
-    QImage image = m_prefetcher.take(path);
+    const PrefetchedPicture ahead = m_prefetcher.take(path);
+    QImage image = ahead.picture;
     if (image.isNull())
         image = LoadPicture(path);
     if (image.isNull()) {
@@ -370,15 +379,18 @@ bool MainViewFrm::openImage(const QString& path)
     // A picture from elsewhere ends the stepping through the pictures named at start.
     if (!m_namedFiles.contains(path))
         m_namedFiles.clear();
+    if (!ahead.picture.isNull())
+        m_view->setImage(image, ahead.shown, ahead.fit); // the paint then only draws
     showDocument();
     if (CurrentSettings().AutosizeWindow && !isMaximized() && !isFullScreen())
         fitWindowToImage();
     CurrentSettings().LastOpenedFile = path;
     AddRecentFile(path);
+    // Parsing and writing the desktop's list takes longer than a step: it is done aside.
     if (CurrentSettings().UseRecentDocuments)
-        AddToRecentDocuments(path);
+        m_desktopWrites.start([path] { AddToRecentDocuments(path); });
     updateRecentMenu();
-    prefetchNeighbours();
+    m_readAhead->start();
     return true;
 }
 
@@ -443,7 +455,7 @@ void MainViewFrm::prefetchNeighbours()
             around << list[i + 1];
         if (i > 0)
             around << list[i - 1];
-        m_prefetcher.prefetch(around);
+        m_prefetcher.prefetch(around, m_view->fit());
         return;
     }
 }

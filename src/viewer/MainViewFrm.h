@@ -5,6 +5,7 @@
 #include "PicturePrefetcher.h"
 
 #include <QMainWindow>
+#include <QThreadPool>
 
 #include <memory>
 
@@ -94,10 +95,13 @@ private:
     ImageDocument m_document;
     ImageView* m_view = nullptr;
     QTimer* m_timerStart = nullptr;
+    QTimer* m_readAhead = nullptr; // starts the read-ahead once the window has painted
     QLabel* m_statusText = nullptr;
     qint16 m_startRequest = 0;
     bool m_ending = false; // the command line asked only for the help hint
     PicturePrefetcher m_prefetcher;
+    // The desktop's recent-documents list is written here, one write at a time, in order.
+    QThreadPool m_desktopWrites;
     std::unique_ptr<QPrinter> m_printer; // made on first use: finding printers takes time
     // The current folder's pictures, listed again only when the folder changes.
     QString m_listedFolder;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "imaging/ImageFit.h"
+
 #include <QDateTime>
 #include <QFuture>
 #include <QHash>
@@ -8,25 +10,36 @@
 
 namespace kavori {
 
+// A picture read ahead, with the picture as the window draws it when the window's fit was known.
+struct PrefetchedPicture {
+    QImage picture;
+    QImage shown; // FittedPicture(picture, fit); null when not made
+    ViewFit fit;
+};
+
 // Reads the pictures the user is likely to open next (the neighbours in the folder) on worker
 // threads, so that stepping through a folder shows each picture without waiting for its
-// decode. A picture is used only while its file is unchanged (size and time).
+// decode, nor for its scaling to the window. A picture is used only while its file is unchanged
+// (size and time).
 class PicturePrefetcher {
 public:
     ~PicturePrefetcher();
 
     // The picture of path when it was read ahead (waiting for a read still running), else null.
-    QImage take(const QString& path);
-    // Reads these pictures ahead; others read before are forgotten.
-    void prefetch(const QStringList& paths);
+    PrefetchedPicture take(const QString& path);
+    // Reads these pictures ahead, each also made at its drawn size for fit when fit's area is
+    // not empty; others read before are forgotten. A picture held for another fit is scaled
+    // again, not read again.
+    void prefetch(const QStringList& paths, const ViewFit& fit = ViewFit());
     // How many pictures are held or being read.
     int pending() const { return int(m_entries.size()); }
 
 private:
     struct Entry {
-        QFuture<QImage> picture;
+        QFuture<PrefetchedPicture> picture;
         qint64 size = -1;
         QDateTime modified;
+        ViewFit fit;
     };
     QHash<QString, Entry> m_entries;
 };

@@ -3,6 +3,7 @@
 #include "imaging/ModernFiles.h"
 #include "imaging/PictureLoader.h"
 #include "platform/AppPaths.h"
+#include "platform/RecentDocuments.h"
 #include "platform/StartupState.h"
 #include "platform/UserSettings.h"
 #include "runtime/MsgBox.h"
@@ -576,4 +577,61 @@ TEST_F(MainViewFrmTest, SeveralPicturesNamedAreSteppedThroughInTheirOrder)
     EXPECT_EQ(w.document().currentFile(), a);
     run(w, "mnuBrowseNext");
     EXPECT_EQ(w.document().currentFile(), root() + QStringLiteral("pics/b.bmp"));
+}
+
+// Stepping hands the view the next picture already made at the window's size, so its paint only
+// draws; edits still work on the full picture and show at once.
+TEST_F(MainViewFrmTest, AStepShowsTheNextPictureMadeAheadAtTheWindowsSize)
+{
+    CurrentSettings().AutosizeWindow = false;
+    CurrentSettings().StretchImages = true;
+    const QString first = makeImage(QStringLiteral("s1.bmp"), Qt::red, QSize(1200, 900));
+    makeImage(QStringLiteral("s2.bmp"), Qt::green, QSize(1500, 500));
+    MainViewFrm w;
+    w.resize(640, 480);
+    w.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
+    ASSERT_TRUE(w.openImage(first));
+    ImageView* view = w.imageView();
+    QCoreApplication::processEvents(); // the paint, then the neighbours read ahead
+
+    run(w, "mnuBrowseNext");
+    ASSERT_EQ(w.document().image().size(), QSize(1500, 500));
+    // Made ahead, before any paint: the next picture's pixels at the size it is drawn.
+    const QImage shown = view->shownPicture();
+    ASSERT_EQ(shown.size(), view->drawnRect().size());
+    EXPECT_EQ(QColor(shown.pixel(shown.width() / 2, shown.height() / 2)), QColor(Qt::green));
+    QImage shot = view->viewport()->grab().toImage();
+    EXPECT_EQ(view->shownPicture().cacheKey(), shown.cacheKey());
+    EXPECT_EQ(QColor(shot.pixel(view->drawnRect().center())), QColor(Qt::green));
+
+    // A turn works on the full picture, and the view shows the turned one at its new size.
+    run(w, "mnu90CW");
+    EXPECT_EQ(w.document().image().size(), QSize(500, 1500));
+    shot = view->viewport()->grab().toImage();
+    EXPECT_EQ(view->shownPicture().size(), view->drawnRect().size());
+    EXPECT_LT(view->drawnRect().width(), view->drawnRect().height());
+    EXPECT_EQ(QColor(shot.pixel(view->drawnRect().center())), QColor(Qt::green));
+
+    // Back: the picture left was kept ahead too, and shows in its own colour.
+    run(w, "mnuUndo");
+    QCoreApplication::processEvents();
+    prompts().answers = {vbNo};
+    run(w, "mnuBrowsePrevious");
+    ASSERT_EQ(w.document().currentFile(), first);
+    shot = view->viewport()->grab().toImage();
+    EXPECT_EQ(view->shownPicture().size(), view->drawnRect().size());
+    EXPECT_EQ(QColor(shot.pixel(view->drawnRect().center())), QColor(Qt::red));
+
+    // The desktop's recent-documents list, written aside, has every picture opened once the
+    // window is gone.
+    {
+        MainViewFrm other;
+        ASSERT_TRUE(other.openImage(first));
+    }
+    QFile list(RecentDocumentsPath());
+    ASSERT_TRUE(list.open(QIODevice::ReadOnly));
+    const QByteArray xbel = list.readAll();
+    EXPECT_TRUE(xbel.contains("s1.bmp"));
+    EXPECT_TRUE(xbel.contains("s2.bmp"));
 }
