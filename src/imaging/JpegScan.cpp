@@ -140,21 +140,28 @@ struct Scan {
     int stride = 2; // keep * keep values and one spare a block
     const Huffman* dc[10]{};
     const Huffman* ac[10]{};
+    uint8_t component[10]{};
     // Zigzag position -> index among the kept values; the spare for the others, so that every
     // value is stored without a branch.
     int8_t outIndex[64]{};
 
-    // Decodes the block of the given MCU position starting at b.pos into out (the DC value as
-    // the difference it is sent as). False for a code no table holds or a run past the block's end;
-    // b.pos then still moves on deterministically, which the guessing decoders rely on.
-    bool block(Bits& b, int phase, int16_t* out) const
+    // Decodes the block of the given MCU position starting at b.pos into out. The DC value,
+    // sent as a difference, is added to its component's prediction, which out[0] then holds
+    // (sums wrap around in 16 bits, so a decoder started at a guessed place can be put right
+    // later by adding a constant). False for a code no table holds or a run past the block's
+    // end; b.pos then still moves on deterministically, which the guessing decoders rely on.
+    bool block(Bits& b, int phase, int16_t* out, uint16_t* prediction) const
     {
         std::fill_n(out, stride, int16_t(0));
         b.ensure();
+        uint16_t& dcValue = prediction[component[phase]];
         const int dcSize = decodeSymbol(*dc[phase], b);
-        if (dcSize < 0 || dcSize > 11)
+        if (dcSize < 0 || dcSize > 11) {
+            out[0] = int16_t(dcValue);
             return false;
-        out[0] = int16_t(receiveExtend(b, dcSize));
+        }
+        dcValue = uint16_t(dcValue + uint16_t(receiveExtend(b, dcSize)));
+        out[0] = int16_t(dcValue);
         const Huffman& table = *ac[phase];
         for (int k = 1; k < 64;) {
             b.ensure();
@@ -196,6 +203,7 @@ struct Piece {
     std::vector<qint64> failures;
     uint64_t endBit = 0;
     int endPhase = 0;
+    uint16_t prediction[4] = {}; // the DC predictions after the last block, from 0 at the start
 };
 
 // The first piece starts at a known boundary; only the guessing ones note where blocks start.
@@ -211,18 +219,22 @@ void decodePiece(const Scan& scan, uint64_t bit, uint64_t stopBit, qint64 capaci
     Bits b(scan.data, bit);
     int phase = 0;
     qint64 blocks = 0;
+    int16_t* out = piece.values.data();
+    uint16_t prediction[4] = {};
     while (b.pos() < stopBit && b.pos() < scan.dataBits && blocks < capacity) {
         if (guessed)
             starts[blocks] = (b.pos() << 4) | uint64_t(phase);
         const uint64_t before = b.pos();
-        if (!scan.block(b, phase, piece.values.block(blocks))) {
+        if (!scan.block(b, phase, out, prediction)) {
             piece.failures.push_back(blocks);
             if (b.pos() == before)
                 b.seek(before + 1); // a guessing decoder always moves on
         }
         ++blocks;
+        out += scan.stride;
         phase = phase + 1 == scan.blocksPerMcu ? 0 : phase + 1;
     }
+    std::copy_n(prediction, 4, piece.prediction);
     piece.blocks = blocks;
     piece.endBit = b.pos();
     piece.endPhase = phase;
@@ -232,6 +244,42 @@ bool anyFailureIn(const Piece& piece, qint64 from, qint64 to)
 {
     const auto it = std::lower_bound(piece.failures.begin(), piece.failures.end(), from);
     return it != piece.failures.end() && *it < to;
+}
+
+// The DC predictions a piece had reached before its block `index`: each component's value in
+// its last block before there, 0 where the piece had none yet.
+void predictionBefore(const Scan& scan, const Piece& piece, qint64 index, uint16_t* prediction)
+{
+    std::fill_n(prediction, 4, uint16_t(0));
+    bool found[4] = {};
+    for (qint64 j = index - 1; j >= 0 && j >= index - scan.blocksPerMcu; --j) {
+        const int component = scan.component[j % scan.blocksPerMcu];
+        if (!found[component])
+            prediction[component] = uint16_t(piece.values.block(j)[0]);
+        found[component] = true;
+    }
+}
+
+// Copies `count` blocks of a guessing piece into place, adding to each DC value the
+// difference between the true prediction and the one the piece started from.
+void adoptBlocks(const Scan& scan, const int16_t* from, int16_t* to, qint64 count, int phase,
+                 const uint16_t* offset)
+{
+    constexpr qint64 kChunk = 4096;
+    const qint64 chunks = (count + kChunk - 1) / kChunk;
+    RunInParallel(int(std::min<qint64>(chunks, ParallelWidth())), [&](int part) {
+        const int parts = int(std::min<qint64>(chunks, ParallelWidth()));
+        const qint64 first = count * part / parts;
+        const qint64 last = count * (part + 1) / parts;
+        std::memcpy(to + first * scan.stride, from + first * scan.stride,
+                    size_t(last - first) * size_t(scan.stride) * sizeof(int16_t));
+        int p = int((phase + first) % scan.blocksPerMcu);
+        for (qint64 k = first; k < last; ++k) {
+            int16_t& dc = to[k * scan.stride];
+            dc = int16_t(uint16_t(dc) + offset[scan.component[p]]);
+            p = p + 1 == scan.blocksPerMcu ? 0 : p + 1;
+        }
+    });
 }
 
 // Joins pieces decoded from guessed starts to the first piece, decoding on from the end of
@@ -245,6 +293,8 @@ JpegBlocks joinPieces(const Scan& scan, std::vector<Piece>& pieces, qint64 total
     qint64 blocks = first.blocks;
     Bits b(scan.data, first.endBit);
     int phase = first.endPhase;
+    uint16_t prediction[4];
+    std::copy_n(first.prediction, 4, prediction);
     size_t next = 1;
     qint64 index = 0;
     while (blocks < totalBlocks) {
@@ -262,8 +312,14 @@ JpegBlocks joinPieces(const Scan& scan, std::vector<Piece>& pieces, qint64 total
                 const qint64 take = std::min(piece.blocks - index, totalBlocks - blocks);
                 if (anyFailureIn(piece, index, index + take))
                     return {};
-                std::memcpy(out.block(blocks), piece.values.block(index),
-                            size_t(take) * size_t(scan.stride) * sizeof(int16_t));
+                uint16_t offset[4];
+                predictionBefore(scan, piece, index, offset);
+                for (int c = 0; c < 4; ++c) {
+                    offset[c] = uint16_t(prediction[c] - offset[c]);
+                    prediction[c] = uint16_t(piece.prediction[c] + offset[c]);
+                }
+                adoptBlocks(scan, piece.values.block(index), out.block(blocks), take, phase,
+                            offset);
                 blocks += take;
                 if (index + take < piece.blocks) {
                     b.seek(starts[index + take] >> 4);
@@ -277,7 +333,7 @@ JpegBlocks joinPieces(const Scan& scan, std::vector<Piece>& pieces, qint64 total
                 continue;
             }
         }
-        if (b.pos() >= scan.dataBits || !scan.block(b, phase, out.block(blocks)))
+        if (b.pos() >= scan.dataBits || !scan.block(b, phase, out.block(blocks), prediction))
             return {};
         phase = phase + 1 == scan.blocksPerMcu ? 0 : phase + 1;
         ++blocks;
@@ -335,24 +391,6 @@ bool unstuff(const uint8_t* p, const uint8_t* end, Unstuffed& out)
     return true;
 }
 
-// Turns DC differences into DC values, starting again at each restart interval.
-void sumDc(JpegBlocks& values, const JpegScanLayout& layout, int restartInterval)
-{
-    int prediction[4] = {};
-    const qint64 mcus = qint64(layout.mcusX) * layout.mcusY;
-    const int blockValues = values.stride();
-    int16_t* block = values.data();
-    for (qint64 mcu = 0; mcu < mcus; ++mcu) {
-        if (restartInterval > 0 && mcu % restartInterval == 0)
-            std::fill(std::begin(prediction), std::end(prediction), 0);
-        for (int i = 0; i < layout.blocksPerMcu; ++i, block += blockValues) {
-            int& p = prediction[layout.blockComponent[size_t(i)]];
-            p = std::clamp(p + block[0], -32768, 32767);
-            block[0] = int16_t(p);
-        }
-    }
-}
-
 JpegBlocks decodeWithRestarts(const Scan& scan, const JpegScanLayout& layout,
                               const std::vector<uint64_t>& restarts, int interval, int parts)
 {
@@ -372,11 +410,13 @@ JpegBlocks decodeWithRestarts(const Scan& scan, const JpegScanLayout& layout,
     RunInParallel(used, [&](int part) {
         for (qint64 i = intervals * part / used; i < intervals * (part + 1) / used && ok; ++i) {
             Bits b(scan.data, startBits[size_t(i)]);
+            uint16_t prediction[4] = {}; // each interval starts again from 0
             const qint64 firstBlock = i * interval * layout.blocksPerMcu;
             const qint64 blocks =
                 std::min<qint64>(interval, mcus - i * interval) * layout.blocksPerMcu;
             for (qint64 k = 0; k < blocks; ++k) {
-                if (!scan.block(b, int(k % layout.blocksPerMcu), out.block(firstBlock + k)) ||
+                if (!scan.block(b, int(k % layout.blocksPerMcu), out.block(firstBlock + k),
+                                prediction) ||
                     b.pos() > startBits[size_t(i) + 1]) {
                     ok = false;
                     return;
@@ -444,6 +484,7 @@ JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
             built[slot] = true;
         }
         scan.dc[i] = &tables[kinds[0]];
+        scan.component[i] = layout.blockComponent[size_t(i)];
         scan.ac[i] = &tables[kinds[1]];
     }
     scan.blocksPerMcu = layout.blocksPerMcu;
@@ -490,8 +531,6 @@ JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
         });
         values = joinPieces(scan, pieces, totalBlocks);
     }
-    if (values.data())
-        sumDc(values, layout, header.restartInterval);
     return values;
 }
 

@@ -50,7 +50,8 @@ private:
 // Huffman codes resynchronise within a few blocks; the decoder of the piece before then runs
 // on until it reaches a block boundary the guessing decoder also passed, from where the
 // guessed blocks are known to be right. The DC values, which are sent as differences, are
-// summed up once all pieces are joined. With restart markers the pieces start at them.
+// summed as each piece goes; a guessed piece's sums are put right by a constant per component
+// as its blocks are copied into place. With restart markers the pieces start at them.
 // parts 0 picks one piece per core for large scans.
 JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
                           const JpegScanLayout& layout, int keep, int parts = 0);
