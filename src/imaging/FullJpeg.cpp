@@ -2,7 +2,6 @@
 
 #include "JpegHeader.h"
 #include "JpegScan.h"
-#include "PlaneScaling.h"
 #include "runtime/ParallelRun.h"
 #include "runtime/ScratchMemory.h"
 
@@ -186,9 +185,18 @@ struct Component {
     Lanes quant[8];   // the quantisation table row by row
 };
 
+// A few block rows of one component's samples, reused as the decode moves down the picture,
+// so that samples are converted while still in the cache rather than after a whole plane.
+struct BandPlane {
+    uint8_t* samples = nullptr;
+    int width = 0;
+    int lines = 0; // a multiple of the component's MCU row height
+    uint8_t* row(int y) const { return samples + ptrdiff_t(y % lines) * width; }
+};
+
 // What converting one row of the picture reads.
 struct RowSource {
-    const SamplePlane* planes;
+    const BandPlane* planes;
     int width;
     int hMax, vMax; // luma sampling; chroma is 1 x 1
     int chromaWidth, chromaHeight;
@@ -219,8 +227,8 @@ using Loads = Avx2Loads;
 #pragma GCC pop_options
 #endif
 
-using TransformRows = void (*)(const JpegBlocks&, const JpegScanLayout&, const Component*, size_t,
-                               SamplePlane*, int, int);
+using TransformRow = void (*)(const JpegBlocks&, const JpegScanLayout&, const Component*, size_t,
+                              const BandPlane*, int, unsigned);
 
 // Whether the wide vector paths may be used where the processor has them (tests turn them off
 // to check the plain paths, which machines without AVX2 take).
@@ -236,13 +244,13 @@ bool wideVectors()
 #endif
 }
 
-TransformRows rowTransform()
+TransformRow rowTransform()
 {
 #if KAVORI_AVX2
     if (wideVectors())
-        return avx2::transformRows;
+        return avx2::transformRow;
 #endif
-    return plain::transformRows;
+    return plain::transformRow;
 }
 
 using ConvertRow = void (*)(const RowSource&, int, int32_t*, uint8_t*, QRgb*);
@@ -293,7 +301,6 @@ QImage DecodeFullJpeg(const QByteArray& file, int parts)
     const bool grey = header->components.size() == 1;
     const size_t count = header->components.size();
     Component components[3];
-    std::vector<SamplePlane> planes;
     for (size_t ci = 0; ci < count; ++ci) {
         const JpegComponent& jc = header->components[ci];
         Component& c = components[ci];
@@ -303,9 +310,6 @@ QImage DecodeFullJpeg(const QByteArray& file, int parts)
         for (int v = 0; v < 8; ++v)
             c.quant[v] = Lanes{q[v * 8],     q[v * 8 + 1], q[v * 8 + 2], q[v * 8 + 3],
                                q[v * 8 + 4], q[v * 8 + 5], q[v * 8 + 6], q[v * 8 + 7]};
-        planes.emplace_back(layout->mcusX * c.h * 8, layout->mcusY * c.v * 8);
-        if (!planes.back().samples.data())
-            return {};
     }
     const JpegBlocks values = DecodeJpegScan(file, *header, *layout, 8, parts);
     if (!values.data())
@@ -315,14 +319,6 @@ QImage DecodeFullJpeg(const QByteArray& file, int parts)
     if (image.isNull())
         return {};
 
-    const int mcuRows = layout->mcusY;
-    const int rowParts = std::min(mcuRows, ParallelWidth() * 4);
-    const TransformRows transformMcuRows = rowTransform();
-    RunInParallel(rowParts, [&](int part) {
-        transformMcuRows(values, *layout, components, count, planes.data(),
-                         mcuRows * part / rowParts, mcuRows * (part + 1) / rowParts);
-    });
-
     const int width = header->width;
     const int height = header->height;
     const int hMax = components[0].h;
@@ -330,20 +326,50 @@ QImage DecodeFullJpeg(const QByteArray& file, int parts)
     // The chroma planes as libjpeg sees them: the samples the picture covers, edges repeated.
     const int chromaWidth = (width * 1 + hMax - 1) / hMax;
     const int chromaHeight = (height * 1 + vMax - 1) / vMax;
+    const int mcuRows = layout->mcusY;
+    const int mcuLines = vMax * 8;
+    // Luma needs its own MCU row only; smoothing chroma down needs the MCU rows on both sides.
+    const int chromaRowsKept = vMax == 2 ? 3 : 1;
+    size_t bandBytes = 0;
+    for (size_t ci = 0; ci < count; ++ci)
+        bandBytes += size_t(layout->mcusX) * size_t(components[ci].h) * 8 *
+                     size_t(ci == 0 ? mcuLines : 8 * chromaRowsKept);
     uchar* const bits = image.bits(); // detached here, once, before the threads write
     const qsizetype bytesPerLine = image.bytesPerLine();
-    const RowSource source{planes.data(), width, hMax, vMax, chromaWidth, chromaHeight};
+    const TransformRow transformRow = rowTransform();
     const ConvertRow convertRow = rowConverter();
-    const int lineParts = std::min(height, ParallelWidth() * 4);
-    RunInParallel(lineParts, [&](int part) {
+    constexpr unsigned kLuma = 1, kChroma = 6;
+    // A few parts a core, so that one held up by another program does not hold up the rest;
+    // each part transforms one chroma MCU row more above and below than its own.
+    const int rowParts = std::min(mcuRows, ParallelWidth() * 2);
+    RunInParallel(rowParts, [&](int part) {
+        const int first = mcuRows * part / rowParts;
+        const int last = mcuRows * (part + 1) / rowParts;
+        std::vector<uint8_t> room(bandBytes);
+        BandPlane bands[3];
+        uint8_t* next = room.data();
+        for (size_t ci = 0; ci < count; ++ci) {
+            bands[ci].samples = next;
+            bands[ci].width = layout->mcusX * components[ci].h * 8;
+            bands[ci].lines = ci == 0 ? mcuLines : 8 * chromaRowsKept;
+            next += size_t(bands[ci].width) * size_t(bands[ci].lines);
+        }
+        const RowSource source{bands, width, hMax, vMax, chromaWidth, chromaHeight};
         std::vector<int32_t> sums(sumsRoom(source));
         std::vector<uint8_t> up(2 * chromaRoom(source));
-        for (int y = height * part / lineParts; y < height * (part + 1) / lineParts; ++y) {
-            if (grey)
-                std::memcpy(bits + y * bytesPerLine, planes[0].row(y), size_t(width));
-            else
-                convertRow(source, y, sums.data(), up.data(),
-                           reinterpret_cast<QRgb*>(bits + y * bytesPerLine));
+        int chromaNext = vMax == 2 ? std::max(0, first - 1) : first;
+        for (int my = first; my < last; ++my) {
+            transformRow(values, *layout, components, count, bands, my, kLuma);
+            const int chromaNeeded = vMax == 2 ? std::min(my + 1, mcuRows - 1) : my;
+            for (; !grey && chromaNext <= chromaNeeded; ++chromaNext)
+                transformRow(values, *layout, components, count, bands, chromaNext, kChroma);
+            for (int y = my * mcuLines; y < std::min(height, (my + 1) * mcuLines); ++y) {
+                if (grey)
+                    std::memcpy(bits + y * bytesPerLine, bands[0].row(y), size_t(width));
+                else
+                    convertRow(source, y, sums.data(), up.data(),
+                               reinterpret_cast<QRgb*>(bits + y * bytesPerLine));
+            }
         }
     });
     return image;
