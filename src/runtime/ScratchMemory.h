@@ -48,7 +48,10 @@ bool IsScratchImage(const QImage& image);
 
 // How many bytes the stock holds for reuse now; at most kScratchStockBytes.
 size_t ScratchStockBytes();
-constexpr size_t kScratchStockBytes = size_t(160) << 20;
+// Room for what two read-ahead decodes of 12 MP photos leave behind at once (about 125 MB
+// each: the coefficients twice, the picture, the data); with less, blocks are unmapped and
+// mapped again on every step.
+constexpr size_t kScratchStockBytes = size_t(320) << 20;
 
 // Gives every kept block back to the system (memory is short, or the program goes idle).
 void ReleaseScratchStock();
