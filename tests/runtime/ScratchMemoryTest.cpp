@@ -112,9 +112,10 @@ TEST(ScratchMemoryTest, PicturesFromTheStockAreOrdinaryPictures)
     // Sizes the stock cannot hold and impossible ones.
     EXPECT_TRUE(ScratchImage(QSize(0, 10), QImage::Format_RGB32).isNull());
     EXPECT_TRUE(ScratchImage(QSize(10, 10), QImage::Format_Invalid).isNull());
-    const QImage huge = ScratchImage(QSize(8000, 6000), QImage::Format_RGB32);
+    const QSize beyond(10000, int(kScratchStockBytes / 40000) + 1); // more bytes than the cap
+    const QImage huge = ScratchImage(beyond, QImage::Format_RGB32);
     EXPECT_FALSE(IsScratchImage(huge));
-    EXPECT_EQ(huge.size(), QSize(8000, 6000));
+    EXPECT_EQ(huge.size(), beyond);
 
     // A copy of a picture keeps its own pixels when the original changes.
     QImage original = ScratchImage(QSize(1000, 800), QImage::Format_RGB32);
