@@ -365,6 +365,9 @@ bool MainViewFrm::openImage(const QString& path)
 {
     if (!ConfirmDiscardChanges(m_document))
         return false;
+    const QFileInfo file(path);
+    const qint64 fileSize = file.size();
+    const QDateTime fileModified = file.lastModified();
     const PrefetchedPicture ahead = m_prefetcher.take(path);
     QImage image = ahead.picture;
     if (image.isNull())
@@ -375,7 +378,14 @@ bool MainViewFrm::openImage(const QString& path)
                vbInformation);
         return false;
     }
+    // The picture left is the previous one of the folder after a step: kept unless edited, it
+    // is there at once when the user steps back.
+    const QString left = m_document.currentFile();
+    if (m_document.hasImage() && !m_document.imageChanged() && IsFullPath(left) && left != path)
+        m_prefetcher.keep(left, m_document.image(), m_shownFileSize, m_shownFileModified);
     m_document.setImage(image, path);
+    m_shownFileSize = fileSize;
+    m_shownFileModified = fileModified;
     // A picture from elsewhere ends the stepping through the pictures named at start.
     if (!m_namedFiles.contains(path))
         m_namedFiles.clear();

@@ -100,6 +100,9 @@ private:
     qint16 m_startRequest = 0;
     bool m_ending = false; // the command line asked only for the help hint
     PicturePrefetcher m_prefetcher;
+    // The size and time of the shown picture's file when it was read.
+    qint64 m_shownFileSize = -1;
+    QDateTime m_shownFileModified;
     // The desktop's recent-documents list is written here, one write at a time, in order.
     QThreadPool m_desktopWrites;
     std::unique_ptr<QPrinter> m_printer; // made on first use: finding printers takes time

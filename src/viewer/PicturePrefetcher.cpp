@@ -45,6 +45,18 @@ PrefetchedPicture PicturePrefetcher::take(const QString& path)
     return picture;
 }
 
+void PicturePrefetcher::keep(const QString& path, const QImage& picture, qint64 size,
+                             const QDateTime& modified)
+{
+    Entry e;
+    PrefetchedPicture held;
+    held.picture = picture;
+    e.picture = QtFuture::makeReadyFuture(held);
+    e.size = size;
+    e.modified = modified;
+    m_entries.insert(path, e); // a read of the same file still running is no longer wanted
+}
+
 void PicturePrefetcher::prefetch(const QStringList& paths, const ViewFit& fit)
 {
     QHash<QString, Entry> kept;

@@ -31,6 +31,10 @@ public:
     // not empty; others read before are forgotten. A picture held for another fit is scaled
     // again, not read again.
     void prefetch(const QStringList& paths, const ViewFit& fit = ViewFit());
+    // Holds a picture the window showed, read from path when its file had this size and time,
+    // so that stepping back to it neither reads nor decodes it again. Kept while the next
+    // prefetch names it, like a picture read ahead.
+    void keep(const QString& path, const QImage& picture, qint64 size, const QDateTime& modified);
     // How many pictures are held or being read.
     int pending() const { return int(m_entries.size()); }
 

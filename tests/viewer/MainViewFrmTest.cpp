@@ -581,6 +581,40 @@ TEST_F(MainViewFrmTest, SeveralPicturesNamedAreSteppedThroughInTheirOrder)
 
 // Stepping hands the view the next picture already made at the window's size, so its paint only
 // draws; edits still work on the full picture and show at once.
+// The picture a step leaves is kept: stepping back shows that very picture without reading
+// its file again, but a file rewritten meanwhile is read again, and an edit is not kept.
+TEST_F(MainViewFrmTest, SteppingBackShowsThePictureLeftUnlessItChanged)
+{
+    CurrentSettings().AutosizeWindow = false;
+    const QString first = makeImage(QStringLiteral("k1.bmp"), Qt::red, QSize(300, 200));
+    makeImage(QStringLiteral("k2.bmp"), Qt::green, QSize(300, 200));
+    MainViewFrm w;
+    w.resize(640, 480);
+    w.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&w));
+    ASSERT_TRUE(w.openImage(first));
+    const qint64 shown = w.document().image().cacheKey();
+    run(w, "mnuBrowseNext");
+    QCoreApplication::processEvents(); // the read-ahead, which finds the picture left held
+    run(w, "mnuBrowsePrevious");
+    ASSERT_EQ(w.document().currentFile(), first);
+    EXPECT_EQ(w.document().image().cacheKey(), shown);
+
+    run(w, "mnuBrowseNext");
+    makeImage(QStringLiteral("k1.bmp"), Qt::blue, QSize(301, 200));
+    run(w, "mnuBrowsePrevious");
+    ASSERT_EQ(w.document().image().size(), QSize(301, 200));
+    EXPECT_EQ(QColor(w.document().image().pixel(5, 5)), QColor(Qt::blue));
+
+    // Turned, and the turn discarded by the step: stepping back reads the file as it is.
+    run(w, "mnu90CW");
+    prompts().answers = {vbYes};
+    run(w, "mnuBrowseNext");
+    ASSERT_NE(w.document().currentFile(), first);
+    run(w, "mnuBrowsePrevious");
+    EXPECT_EQ(w.document().image().size(), QSize(301, 200));
+}
+
 TEST_F(MainViewFrmTest, AStepShowsTheNextPictureMadeAheadAtTheWindowsSize)
 {
     CurrentSettings().AutosizeWindow = false;

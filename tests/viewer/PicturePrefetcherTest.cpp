@@ -3,6 +3,7 @@
 #include "support/KavoriTest.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QThread>
 
 using namespace kavori;
@@ -45,6 +46,25 @@ TEST_F(PicturePrefetcherTest, ReadsAheadAndNeverServesAStalePicture)
     EXPECT_EQ(prefetcher.pending(), 1);
     EXPECT_TRUE(prefetcher.take(a).picture.isNull());
     EXPECT_EQ(QColor(prefetcher.take(b).picture.pixel(0, 0)), QColor(Qt::blue));
+}
+
+// A picture the window showed is held as it is, and served only while its file is unchanged.
+TEST_F(PicturePrefetcherTest, KeepsAPictureShownWhileItsFileIsUnchanged)
+{
+    const QString a = picture(QStringLiteral("a.bmp"), Qt::red);
+    const QImage shown = QImage(a);
+    const QFileInfo info(a);
+    PicturePrefetcher prefetcher;
+    prefetcher.keep(a, shown, info.size(), info.lastModified());
+    const ViewFit fit{QSize(32, 32), true, false, true};
+    prefetcher.prefetch({a}, fit); // still wanted: held, and made at the window's size
+    const PrefetchedPicture got = prefetcher.take(a);
+    EXPECT_EQ(got.picture.cacheKey(), shown.cacheKey());
+    EXPECT_EQ(got.shown.size(), QSize(32, 24));
+
+    prefetcher.keep(a, shown, info.size(), info.lastModified());
+    picture(QStringLiteral("a.bmp"), Qt::blue, QSize(65, 48));
+    EXPECT_TRUE(prefetcher.take(a).picture.isNull());
 }
 
 // The picture read ahead comes with the picture as the window draws it: made from that file's
