@@ -4,9 +4,12 @@
 #include "runtime/ParallelRun.h"
 
 #include <algorithm>
+#include <atomic>
 #include <condition_variable>
+#include <limits>
 #include <memory>
 #include <mutex>
+#include <thread>
 
 namespace kavori {
 
@@ -71,6 +74,12 @@ struct ScanTask {
     const uint8_t* end = nullptr;
     std::array<const Huffman*, 4> tables{}; // of each scan component: DC or AC, as the scan needs
     std::vector<size_t> after;              // the tasks that must be done first
+    // Earlier AC scans of the same component: they walk the same blocks in the same order, so
+    // this one may follow them block by block.
+    std::vector<size_t> behind;
+    // The bytes of this scan and of the longest chain of scans waiting on it: the scan to
+    // start first, the one ahead of the most work.
+    qint64 chainBytes = 0;
     bool skipped = false;
 };
 
@@ -250,17 +259,28 @@ struct AcRefine {
 
 // Walks the scan's blocks in its order (a component's own blocks row by row for a scan of one
 // component, MCUs for an interleaved one), stopping at damage or where the data ends.
+// How far each scan has come, in units of its walk; kDone once it stopped.
+using Progress = std::vector<std::atomic<qint64>>;
+constexpr qint64 kDone = std::numeric_limits<qint64>::max();
+
 template <typename Decoder>
-void walk(const ScanTask& task, const Geometry& g, const Unstuffed& data, Bits& b, Decoder& decode)
+void walk(const ScanTask& task, const Geometry& g, const Unstuffed& data, Bits& b, Decoder& decode,
+          Progress& progress, std::atomic<qint64>& mine)
 {
     const JpegScanHeader& s = task.header;
     const uint64_t dataBits = uint64_t(data.size) * 8;
     size_t restart = 0;
     int untilRestart = task.restartInterval;
+    qint64 unit = 0;
     // Before each unit (an MCU, or a block in a scan of one component): false to stop.
     const auto nextUnit = [&]() {
         if (b.pos() > dataBits)
             return false; // the data ended inside the unit before
+        mine.store(unit, std::memory_order_release);
+        for (const size_t earlier : task.behind)
+            while (progress[earlier].load(std::memory_order_acquire) <= unit)
+                std::this_thread::yield();
+        ++unit;
         if (task.restartInterval == 0)
             return true;
         if (untilRestart-- > 0)
@@ -300,7 +320,8 @@ void walk(const ScanTask& task, const Geometry& g, const Unstuffed& data, Bits& 
     }
 }
 
-void runScan(const ScanTask& task, const Geometry& g, Coefficients& co)
+void runScan(const ScanTask& task, const Geometry& g, Coefficients& co, Progress& progress,
+             std::atomic<qint64>& mine)
 {
     Unstuffed data;
     if (!unstuff(task.begin, task.end, data))
@@ -309,16 +330,16 @@ void runScan(const ScanTask& task, const Geometry& g, Coefficients& co)
     const JpegScanHeader& s = task.header;
     if (s.start == 0 && s.high == 0) {
         DcFirst decode{b, co, task};
-        walk(task, g, data, b, decode);
+        walk(task, g, data, b, decode, progress, mine);
     } else if (s.start == 0) {
         DcRefine decode{b, co, task};
-        walk(task, g, data, b, decode);
+        walk(task, g, data, b, decode, progress, mine);
     } else if (s.high == 0) {
         AcFirst decode{b, co, task};
-        walk(task, g, data, b, decode);
+        walk(task, g, data, b, decode, progress, mine);
     } else {
         AcRefine decode{b, co, task};
-        walk(task, g, data, b, decode);
+        walk(task, g, data, b, decode, progress, mine);
     }
 }
 
@@ -459,12 +480,24 @@ JpegBlocks DecodeProgressiveJpeg(const QByteArray& file, const JpegHeader& heade
     tasks.erase(
         std::remove_if(tasks.begin(), tasks.end(), [](const ScanTask& t) { return t.skipped; }),
         tasks.end());
-    // DC and AC values of a block are apart, but AC scans of one component share its masks.
-    for (size_t j = 0; j < tasks.size(); ++j)
-        for (size_t i = 0; i < j; ++i)
-            if ((tasks[i].header.start == 0) == (tasks[j].header.start == 0) &&
-                overlaps(tasks[i].header, tasks[j].header))
-                tasks[j].after.push_back(i);
+    // DC and AC values of a block are apart, but AC scans of one component share its masks:
+    // a later one follows an earlier one block by block.
+    for (size_t j = 0; j < tasks.size(); ++j) {
+        for (size_t i = 0; i < j; ++i) {
+            const bool dc = tasks[i].header.start == 0;
+            if (dc != (tasks[j].header.start == 0) || !overlaps(tasks[i].header, tasks[j].header))
+                continue;
+            (dc ? tasks[j].after : tasks[j].behind).push_back(i);
+        }
+    }
+    for (size_t i = tasks.size(); i-- > 0;) {
+        ScanTask& task = tasks[i];
+        task.chainBytes += task.end - task.begin;
+        for (const size_t j : task.after)
+            tasks[j].chainBytes = std::max(tasks[j].chainBytes, task.chainBytes);
+        for (const size_t j : task.behind)
+            tasks[j].chainBytes = std::max(tasks[j].chainBytes, task.chainBytes);
+    }
 
     co.values = JpegBlocks(totalBlocks, co.stride);
     co.masks = ScratchBuffer(size_t(totalBlocks) * sizeof(uint64_t));
@@ -474,23 +507,30 @@ JpegBlocks DecodeProgressiveJpeg(const QByteArray& file, const JpegHeader& heade
     std::memset(co.masks.data(), 0, size_t(totalBlocks) * sizeof(uint64_t));
 
     const Geometry g = geometryOf(header, layout);
-    // Each worker takes the first scan not yet started whose predecessors are done.
+    // Each worker takes the scan ahead of the most work among those it can start: their
+    // predecessors are done, or under way for a scan that follows them block by block.
     std::mutex mutex;
     std::condition_variable changed;
     enum State : uint8_t { Waiting, Running, Done };
     std::vector<State> states(tasks.size(), Waiting);
+    Progress progress(tasks.size());
+    for (std::atomic<qint64>& p : progress)
+        p.store(-1);
     const int workers = std::min(int(tasks.size()), ParallelWidth());
     RunInParallel(workers, [&](int) {
         std::unique_lock<std::mutex> lock(mutex);
         for (;;) {
             size_t next = tasks.size();
             bool waiting = false;
-            for (size_t i = 0; i < tasks.size() && next == tasks.size(); ++i) {
+            for (size_t i = 0; i < tasks.size(); ++i) {
                 if (states[i] != Waiting)
                     continue;
                 waiting = true;
                 if (std::all_of(tasks[i].after.begin(), tasks[i].after.end(),
-                                [&](size_t j) { return states[j] == Done; }))
+                                [&](size_t j) { return states[j] == Done; }) &&
+                    std::all_of(tasks[i].behind.begin(), tasks[i].behind.end(),
+                                [&](size_t j) { return states[j] != Waiting; }) &&
+                    (next == tasks.size() || tasks[i].chainBytes > tasks[next].chainBytes))
                     next = i;
             }
             if (!waiting)
@@ -501,7 +541,8 @@ JpegBlocks DecodeProgressiveJpeg(const QByteArray& file, const JpegHeader& heade
             }
             states[next] = Running;
             lock.unlock();
-            runScan(tasks[next], g, co);
+            runScan(tasks[next], g, co, progress, progress[next]);
+            progress[next].store(kDone, std::memory_order_release);
             lock.lock();
             states[next] = Done;
             changed.notify_all();
