@@ -109,6 +109,13 @@ TEST_F(ProgressiveJpegTest, SameCoefficientsGiveTheBaselinePictureBitForBit)
         const QString basePath = writeFile(QStringLiteral("baseline.jpg"), baseline);
         EXPECT_EQ(LoadPicture(path, QSize(90, 90)), LoadPicture(basePath, QSize(90, 90))) << c.name;
     }
+    // Large enough for later scans of a component to follow earlier ones block by block on
+    // other cores: still the baseline picture, every time.
+    const QByteArray large = EncodeJpeg(PhotoLike(1600, 1200, 8), {});
+    const QByteArray progressive = MakeProgressive(large);
+    const QImage expected = DecodeScaledJpeg(large, 2, 1);
+    for (int run = 0; run < 3; ++run)
+        EXPECT_EQ(DecodeScaledJpeg(progressive, 2), expected) << "run " << run;
 }
 
 // A file still arriving shows what has arrived: without its last scan (the finest bits of the
