@@ -398,7 +398,13 @@ std::vector<ScanTask> readScans(const QByteArray& file, const JpegHeader& header
     const auto* begin = reinterpret_cast<const uint8_t*>(file.constData());
     const uint8_t* fileEnd = begin + file.size();
     qsizetype pos = header.firstScan;
-    while (std::optional<JpegScanHeader> scan = ReadJpegScanHeader(file, pos, tables)) {
+    // Encoders send about ten scans; a file of thousands of tiny ones, each walking every
+    // block, would take minutes. What the first ones give is shown.
+    constexpr size_t kMaxScans = 100;
+    while (tasks.size() < kMaxScans) {
+        std::optional<JpegScanHeader> scan = ReadJpegScanHeader(file, pos, tables);
+        if (!scan)
+            break;
         if (!usable(*scan, header))
             break;
         ScanTask task;

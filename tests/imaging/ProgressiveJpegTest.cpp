@@ -53,6 +53,24 @@ std::vector<ProgressiveScan> bandsOnly(bool colour)
     return scans;
 }
 
+// The first scan of a file with the given band start and bit sent before: its header and data.
+QByteArray scanWhere(const QByteArray& file, int start, int high)
+{
+    for (qsizetype at = file.indexOf(QByteArray("\xFF\xDA", 2)); at > 0;
+         at = file.indexOf(QByteArray("\xFF\xDA", 2), at + 2)) {
+        const int count = uchar(file[at + 4]);
+        const qsizetype band = at + 5 + 2 * count;
+        if (uchar(file[band]) != start || (uchar(file[band + 2]) >> 4) != high)
+            continue;
+        qsizetype end = band + 3;
+        while (end + 1 < file.size() && !(uchar(file[end]) == 0xFF && file[end + 1] != 0 &&
+                                          (uchar(file[end + 1]) & 0xF8) != 0xD0))
+            ++end;
+        return file.mid(at, end - at);
+    }
+    return {};
+}
+
 QByteArray lastScanCut(const QByteArray& file)
 {
     return file.left(file.lastIndexOf(QByteArray("\xFF\xDA", 2)));
@@ -166,6 +184,17 @@ TEST_F(ProgressiveJpegTest, CutAndDamagedFilesGiveWhatArrivedTheSameEveryTime)
             }
         }
     }
+    // A file of endless scans is read up to a limit: a scan after the hundredth changes
+    // nothing. The usual script's DC refinement (which changes nothing when repeated) a
+    // hundred and twenty times, then the last scan.
+    const QByteArray dcRefinement = scanWhere(whole, 0, 1);
+    ASSERT_FALSE(dcRefinement.isEmpty());
+    const QByteArray lastScan = whole.mid(arriving.size(), whole.size() - 2 - arriving.size());
+    const QByteArray many = arriving + dcRefinement.repeated(120);
+    const QImage capped = DecodeScaledJpeg(many + lastScan + QByteArray("\xFF\xD9", 2), 2);
+    EXPECT_EQ(capped, DecodeScaledJpeg(many, 2));
+    EXPECT_NE(DecodeScaledJpeg(arriving + dcRefinement + lastScan, 2), capped);
+
     // Loading a damaged progressive file gives a picture of the shape asked for.
     const QString path = writeFile(QStringLiteral("cut.jpg"), whole.left(whole.size() / 2));
     EXPECT_EQ(LoadPicture(path, QSize(48, 48)).size(), QSize(48, 32));
