@@ -102,12 +102,12 @@ void BM_CorpusThumbnails(benchmark::State& state)
 }
 
 // The corpus's first photo made progressive by jpegtran (the same coefficients, coded in
-// spectral scans as cameras and web tools write them).
-void BM_CorpusProgressiveForScreen(benchmark::State& state)
+// spectral scans as cameras and web tools write them); empty when that cannot be done.
+QString progressiveCopy(benchmark::State& state)
 {
     const QStringList photos = firstPhotos(1);
     if (!haveDjpeg(state, photos))
-        return;
+        return {};
     static QTemporaryDir dir;
     const QString progressive = dir.path() + QStringLiteral("/progressive.jpg");
     if (!QFile::exists(progressive) &&
@@ -115,12 +115,31 @@ void BM_CorpusProgressiveForScreen(benchmark::State& state)
                           {QStringLiteral("-progressive"), QStringLiteral("-outfile"), progressive,
                            photos.front()}) != 0) {
         state.SkipWithError("jpegtran (libjpeg-turbo-progs) is needed");
-        return;
+        return {};
     }
+    return progressive;
+}
+
+void decodeProgressive(benchmark::State& state, const QSize& target, const QString& scale)
+{
+    const QString progressive = progressiveCopy(state);
+    if (progressive.isEmpty())
+        return;
     QStringList files;
     for (int i = 0; i < 4; ++i)
         files << progressive;
-    decodeCorpus(state, files, QSize(1920, 1080), QStringLiteral("1/2"));
+    decodeCorpus(state, files, target, scale);
+}
+
+void BM_CorpusProgressiveForScreen(benchmark::State& state)
+{
+    decodeProgressive(state, QSize(1920, 1080), QStringLiteral("1/2"));
+}
+
+// At 1/8 only the DC values count: every AC scan is passed over undecoded.
+void BM_CorpusProgressiveThumbnail(benchmark::State& state)
+{
+    decodeProgressive(state, QSize(160, 120), QStringLiteral("1/8"));
 }
 
 } // namespace
@@ -129,6 +148,10 @@ BENCHMARK(BM_CorpusFullDecode)->Unit(benchmark::kMillisecond)->Iterations(1)->Us
 BENCHMARK(BM_CorpusForScreen)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
 BENCHMARK(BM_CorpusThumbnails)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
 BENCHMARK(BM_CorpusProgressiveForScreen)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1)
+    ->UseRealTime();
+BENCHMARK(BM_CorpusProgressiveThumbnail)
     ->Unit(benchmark::kMillisecond)
     ->Iterations(1)
     ->UseRealTime();

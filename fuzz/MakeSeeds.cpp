@@ -160,6 +160,11 @@ int main(int argc, char** argv)
     layout = {};
     layout.grey = true;
     Put("jpeg", QStringLiteral("grey.jpg"), EncodeJpeg(photo, layout));
+    const QByteArray grey = EncodeJpeg(photo, layout);
+    // Progressive copies of the same coefficients: restart markers, a frame of one component.
+    Put("jpeg", QStringLiteral("progressive-restart.jpg"),
+        MakeProgressive(EncodeJpeg(photo, {}), {}, 2));
+    Put("jpeg", QStringLiteral("progressive-grey.jpg"), MakeProgressive(grey));
     layout = {};
     layout.cmyk = true;
     Put("jpeg", QStringLiteral("cmyk.jpg"), EncodeJpeg(photo, layout));

@@ -40,6 +40,7 @@ bool readFrame(Segment s, int marker, JpegHeader& h)
     h.width = s.word();
     const int count = s.byte();
     h.baseline = (marker == 0xC0 || marker == 0xC1) && precision == 8;
+    h.progressive = marker == 0xC2 && precision == 8;
     if (!s.ok() || count < 1 || count > 4 || h.width == 0)
         return false;
     h.components.clear();
@@ -173,13 +174,81 @@ std::optional<JpegHeader> ReadJpegHeader(const QByteArray& file)
         } else if (marker == 0xEE) {
             readAdobe(segment, h);
         } else if (marker == 0xDA) {
-            if (!haveFrame || !readScan(segment, h))
+            h.firstScan = pos - 2;
+            if (!haveFrame || (!h.progressive && !readScan(segment, h)))
                 return std::nullopt;
             h.scanData = pos + length;
             return h;
         }
         if (!ok)
             return std::nullopt;
+        pos += length;
+    }
+    return std::nullopt;
+}
+
+std::optional<JpegScanHeader> ReadJpegScanHeader(const QByteArray& file, qsizetype pos,
+                                                 JpegHeader& header)
+{
+    const auto* data = reinterpret_cast<const uint8_t*>(file.constData());
+    const qsizetype size = file.size();
+    while (pos + 1 < size) {
+        if (data[pos] != 0xFF)
+            return std::nullopt;
+        while (pos + 1 < size && data[pos + 1] == 0xFF)
+            ++pos; // fill bytes
+        if (pos + 1 >= size)
+            break;
+        const int marker = data[pos + 1];
+        pos += 2;
+        if (marker == 0x01 || (marker >= 0xD0 && marker <= 0xD7))
+            continue; // markers without a segment
+        if (marker == 0xD9 || marker == 0x00 || pos + 2 > size)
+            return std::nullopt;
+        const int length = (data[pos] << 8) | data[pos + 1];
+        if (length < 2 || pos + length > size)
+            return std::nullopt;
+        Segment segment(data + pos + 2, length - 2);
+        if (marker == 0xC4) {
+            if (!readHuffman(segment, header))
+                return std::nullopt;
+        } else if (marker == 0xDB) {
+            if (!readQuantisation(segment, header))
+                return std::nullopt;
+        } else if (marker == 0xDD) {
+            header.restartInterval = segment.word();
+            if (!segment.ok())
+                return std::nullopt;
+        } else if (marker == 0xDA) {
+            JpegScanHeader scan;
+            scan.count = segment.byte();
+            if (scan.count < 1 || scan.count > 4)
+                return std::nullopt;
+            for (int i = 0; i < scan.count; ++i) {
+                const int id = segment.byte();
+                const int tables = segment.byte();
+                const auto found =
+                    std::find_if(header.components.begin(), header.components.end(),
+                                 [id](const JpegComponent& c) { return c.id == id; });
+                if (found == header.components.end())
+                    return std::nullopt;
+                scan.component[size_t(i)] = int(found - header.components.begin());
+                scan.dcTable[size_t(i)] = tables >> 4;
+                scan.acTable[size_t(i)] = tables & 15;
+            }
+            scan.start = segment.byte();
+            scan.end = segment.byte();
+            const int approximation = segment.byte();
+            scan.high = approximation >> 4;
+            scan.low = approximation & 15;
+            scan.data = pos + length;
+            if (!segment.ok())
+                return std::nullopt;
+            return scan;
+        } else if ((marker >= 0xC0 && marker <= 0xCF) && marker != 0xC4 && marker != 0xC8 &&
+                   marker != 0xCC) {
+            return std::nullopt; // a second frame
+        }
         pos += length;
     }
     return std::nullopt;

@@ -29,8 +29,9 @@ struct JpegHuffmanCodes {
 struct JpegHeader {
     int width = 0;
     int height = 0;
-    bool baseline = false; // sequential, Huffman coded, 8 bits a sample
-    bool adobeRgb = false; // an Adobe marker says the three components are not YCbCr
+    bool baseline = false;    // sequential, Huffman coded, 8 bits a sample
+    bool progressive = false; // progressive, Huffman coded, 8 bits a sample
+    bool adobeRgb = false;    // an Adobe marker says the three components are not YCbCr
     std::vector<JpegComponent> components; // in frame order
     int scanComponents = 0;                // components interleaved in the first scan
     bool fullSpectrum = false; // the first scan carries coefficients 0 to 63 at full precision
@@ -40,10 +41,32 @@ struct JpegHeader {
     std::array<JpegHuffmanCodes, 4> ac;
     int restartInterval = 0; // MCUs between restart markers; 0 for none
     qsizetype scanData = 0;  // offset of the first scan's entropy-coded data
+    qsizetype firstScan = 0; // offset of the first scan's marker
 };
 
 // Reads markers up to the first scan. Empty when the file is no JPEG or a marker is damaged.
+// The first scan's own header is read only for sequential files; a progressive file's scans
+// are read one after another by the progressive decoder.
 std::optional<JpegHeader> ReadJpegHeader(const QByteArray& file);
+
+// One scan's header, read by ReadJpegScanHeader.
+struct JpegScanHeader {
+    int count = 0;                  // components in the scan
+    std::array<int, 4> component{}; // their indexes in the frame, in scan order
+    std::array<int, 4> dcTable{};
+    std::array<int, 4> acTable{};
+    int start = 0; // the band of zigzag positions the scan carries
+    int end = 63;
+    int high = 0;       // successive approximation: the bit sent before, or 0
+    int low = 0;        // the bit this scan sends
+    qsizetype data = 0; // offset of the entropy-coded data
+};
+
+// Reads the marker segments from pos (a marker) up to and with the next scan's header: tables
+// and restart intervals defined on the way update `header`. Empty at the end of the picture,
+// at a damaged marker, or at a scan naming a component the frame does not have.
+std::optional<JpegScanHeader> ReadJpegScanHeader(const QByteArray& file, qsizetype pos,
+                                                 JpegHeader& header);
 
 // The ICC profile carried in the file's APP2 "ICC_PROFILE" segments, joined in their order;
 // empty when there is none or a piece is missing.

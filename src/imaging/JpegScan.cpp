@@ -1,5 +1,6 @@
 #include "JpegScan.h"
 
+#include "JpegEntropy.h"
 #include "runtime/ParallelRun.h"
 
 #include <algorithm>
@@ -9,129 +10,10 @@ namespace kavori {
 
 namespace {
 
-constexpr int kFastBits = 10;
-// Zero bytes after the data: a block of 63 longest codes reads at most 252 bytes, and a block
-// is only started inside the data.
-constexpr int kPadding = 512;
+using namespace jpeg;
+
 // Pieces smaller than this are not worth a thread.
 constexpr qsizetype kMinPieceBytes = 96 * 1024;
-
-// A canonical Huffman table with a lookup of the first kFastBits bits.
-struct Huffman {
-    uint16_t fast[1 << kFastBits]{};  // (length << 8) | symbol; 0 for longer codes
-    int32_t fastAc[1 << kFastBits]{}; // (value << 16) | (run << 8) | length with the value bits
-    int32_t maxCode[18]{};
-    int32_t valueOffset[18]{};
-    uint8_t symbols[256]{};
-};
-
-bool buildHuffman(const JpegHuffmanCodes& codes, bool ac, Huffman& t)
-{
-    if (!codes.defined)
-        return false;
-    std::copy(codes.symbols.begin(), codes.symbols.end(), t.symbols);
-    int code = 0;
-    int k = 0;
-    for (int length = 1; length <= 16; ++length) {
-        const int count = codes.counts[length - 1];
-        t.valueOffset[length] = k - code;
-        for (int i = 0; i < count; ++i, ++code, ++k) {
-            if (code >= (1 << length))
-                return false; // more codes than the length can hold
-            if (length <= kFastBits) {
-                const int shift = kFastBits - length;
-                for (int fill = 0; fill < (1 << shift); ++fill)
-                    t.fast[(code << shift) | fill] = uint16_t((length << 8) | codes.symbols[k]);
-            }
-        }
-        t.maxCode[length] = count ? code - 1 : -1;
-        code <<= 1;
-    }
-    t.maxCode[17] = INT32_MAX;
-    if (!ac)
-        return true;
-    for (int bits = 0; bits < (1 << kFastBits); ++bits) {
-        const int entry = t.fast[bits];
-        const int length = entry >> 8;
-        const int run = (entry & 255) >> 4;
-        const int size = entry & 15;
-        if (!entry || !size || length + size > kFastBits)
-            continue;
-        int value = (bits >> (kFastBits - length - size)) & ((1 << size) - 1);
-        if (value < (1 << (size - 1)))
-            value -= (1 << size) - 1;
-        t.fastAc[bits] = int32_t(uint32_t(value) << 16) | (run << 8) | (length + size);
-    }
-    return true;
-}
-
-// Reads the unstuffed data through a 64-bit window kept in a register.
-class Bits {
-public:
-    Bits(const uint8_t* data, uint64_t pos) : data_(data) { seek(pos); }
-    uint64_t pos() const { return pos_; }
-    void seek(uint64_t pos)
-    {
-        pos_ = pos;
-        fill();
-    }
-    // Afterwards the window holds at least 32 bits: a code and the bits of its value.
-    void ensure()
-    {
-        if (available_ < 32)
-            fill();
-    }
-    uint64_t window() const { return window_; }
-    void skip(int count)
-    {
-        window_ <<= count;
-        available_ -= count;
-        pos_ += uint64_t(count);
-    }
-
-private:
-    void fill()
-    {
-        uint64_t word;
-        std::memcpy(&word, data_ + (pos_ >> 3), 8);
-        window_ = __builtin_bswap64(word) << (pos_ & 7);
-        available_ = 64 - int(pos_ & 7);
-    }
-    const uint8_t* data_;
-    uint64_t pos_ = 0;
-    uint64_t window_ = 0;
-    int available_ = 0;
-};
-
-// Call after Bits::ensure().
-inline int decodeSymbol(const Huffman& t, Bits& b)
-{
-    const uint64_t window = b.window();
-    const unsigned entry = t.fast[window >> (64 - kFastBits)];
-    if (entry) {
-        b.skip(int(entry >> 8));
-        return int(entry & 255);
-    }
-    const auto top = int32_t(window >> 48);
-    for (int length = kFastBits + 1; length <= 16; ++length) {
-        const int32_t code = top >> (16 - length);
-        if (code <= t.maxCode[length]) {
-            b.skip(length);
-            return t.symbols[(code + t.valueOffset[length]) & 255];
-        }
-    }
-    return -1;
-}
-
-// The value of the next `size` bits (at most 16, still in the window).
-inline int receiveExtend(Bits& b, int size)
-{
-    if (size == 0)
-        return 0;
-    const auto value = int(b.window() >> (64 - size));
-    b.skip(size);
-    return value < (1 << (size - 1)) ? value - (1 << size) + 1 : value;
-}
 
 struct Scan {
     const uint8_t* data = nullptr; // unstuffed, followed by kPadding zero bytes
@@ -341,54 +223,6 @@ JpegBlocks joinPieces(const Scan& scan, std::vector<Piece>& pieces, qint64 total
     if (b.pos() > scan.dataBits)
         return {}; // the last blocks ran into the end of the file
     return out;
-}
-
-// Copies the entropy-coded data without its stuffed zero bytes; notes where each restart
-// interval starts. Stops at the first marker that is not a restart marker.
-// The entropy-coded data without its stuffed zero bytes, then kPadding zero bytes.
-struct Unstuffed {
-    ScratchBuffer buffer;
-    size_t size = 0;
-    std::vector<uint64_t> restarts; // where each restart interval after the first starts
-    bool badRestart = false;        // restart markers out of sequence
-    const uint8_t* data() const { return buffer.as<uint8_t>(); }
-};
-
-// Stops at the first marker that is not a restart marker.
-bool unstuff(const uint8_t* p, const uint8_t* end, Unstuffed& out)
-{
-    out.buffer = ScratchBuffer(size_t(end - p) + kPadding);
-    auto* to = out.buffer.as<uint8_t>();
-    if (!to)
-        return false;
-    uint8_t* const start = to;
-    int expected = 0;
-    while (p < end) {
-        const auto* ff = static_cast<const uint8_t*>(std::memchr(p, 0xFF, size_t(end - p)));
-        if (!ff) {
-            to = std::copy(p, end, to);
-            break;
-        }
-        to = std::copy(p, ff, to);
-        const uint8_t* q = ff + 1;
-        while (q < end && *q == 0xFF)
-            ++q;
-        if (q == end)
-            break;
-        if (*q == 0x00) {
-            *to++ = 0xFF;
-        } else if (*q >= 0xD0 && *q <= 0xD7) {
-            out.badRestart = out.badRestart || (*q & 7) != expected;
-            expected = (expected + 1) & 7;
-            out.restarts.push_back(uint64_t(to - start));
-        } else {
-            break;
-        }
-        p = q + 1;
-    }
-    out.size = size_t(to - start);
-    std::memset(to, 0, kPadding);
-    return true;
 }
 
 JpegBlocks decodeWithRestarts(const Scan& scan, const JpegScanLayout& layout,

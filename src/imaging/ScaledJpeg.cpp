@@ -1,6 +1,7 @@
 #include "ScaledJpeg.h"
 
 #include "JpegHeader.h"
+#include "JpegProgressive.h"
 #include "JpegScan.h"
 #include "PlaneScaling.h"
 #include "runtime/ParallelRun.h"
@@ -256,8 +257,8 @@ QImage render(const std::vector<SamplePlane>& planes, const JpegHeader& header,
 bool decodable(const JpegHeader& h)
 {
     const size_t count = h.components.size();
-    if (!h.baseline || !h.fullSpectrum || h.adobeRgb || h.height == 0 ||
-        h.scanComponents != int(count) || (count != 1 && count != 3))
+    const bool sequential = h.baseline && h.fullSpectrum && h.scanComponents == int(count);
+    if (!(sequential || h.progressive) || h.adobeRgb || h.height == 0 || (count != 1 && count != 3))
         return false;
     for (const JpegComponent& c : h.components)
         if (!h.quantDefined[size_t(c.quantTable)])
@@ -290,7 +291,9 @@ QImage decode(const QByteArray& file, const JpegHeader& header, int keep, const 
         qint64(header.width) * header.height * keep * keep / 64 > kMaxPixels ||
         qint64(size.width()) * size.height() > kMaxPixels)
         return {};
-    const JpegBlocks values = DecodeJpegScan(file, header, *layout, keep, parts);
+    const JpegBlocks values = header.progressive
+                                  ? DecodeProgressiveJpeg(file, header, *layout, keep)
+                                  : DecodeJpegScan(file, header, *layout, keep, parts);
     if (!values.data())
         return {};
     const bool single = header.components.size() == 1;

@@ -78,4 +78,53 @@ QByteArray EncodeJpeg(const QImage& picture, const JpegLayout& layout)
     return file;
 }
 
+QByteArray MakeProgressive(const QByteArray& baseline, const std::vector<ProgressiveScan>& scans,
+                           int restartMcus)
+{
+    jpeg_decompress_struct source{};
+    jpeg_error_mgr sourceErrors{};
+    source.err = jpeg_std_error(&sourceErrors);
+    jpeg_create_decompress(&source);
+    jpeg_mem_src(&source, reinterpret_cast<const unsigned char*>(baseline.constData()),
+                 static_cast<unsigned long>(baseline.size()));
+    jpeg_read_header(&source, TRUE);
+    jvirt_barray_ptr* coefficients = jpeg_read_coefficients(&source);
+
+    jpeg_compress_struct info{};
+    jpeg_error_mgr errors{};
+    info.err = jpeg_std_error(&errors);
+    jpeg_create_compress(&info);
+    unsigned char* buffer = nullptr;
+    unsigned long size = 0;
+    jpeg_mem_dest(&info, &buffer, &size);
+    jpeg_copy_critical_parameters(&source, &info);
+    std::vector<jpeg_scan_info> script;
+    if (scans.empty()) {
+        jpeg_simple_progression(&info);
+    } else {
+        for (const ProgressiveScan& scan : scans) {
+            jpeg_scan_info s{};
+            s.comps_in_scan = int(scan.components.size());
+            for (size_t i = 0; i < scan.components.size(); ++i)
+                s.component_index[i] = scan.components[i];
+            s.Ss = scan.start;
+            s.Se = scan.end;
+            s.Ah = scan.high;
+            s.Al = scan.low;
+            script.push_back(s);
+        }
+        info.scan_info = script.data();
+        info.num_scans = int(script.size());
+    }
+    info.restart_interval = JDIMENSION(restartMcus);
+    jpeg_write_coefficients(&info, coefficients);
+    jpeg_finish_compress(&info);
+    jpeg_destroy_compress(&info);
+    jpeg_finish_decompress(&source);
+    jpeg_destroy_decompress(&source);
+    const QByteArray file(reinterpret_cast<const char*>(buffer), qsizetype(size));
+    std::free(buffer);
+    return file;
+}
+
 } // namespace kavori::test

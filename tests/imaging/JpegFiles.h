@@ -3,6 +3,8 @@
 #include <QByteArray>
 #include <QImage>
 
+#include <vector>
+
 namespace kavori::test {
 
 // JPEG files of every layout, written with libjpeg so the tests can ask for what Qt's writer
@@ -20,5 +22,20 @@ struct JpegLayout {
 };
 
 QByteArray EncodeJpeg(const QImage& picture, const JpegLayout& layout);
+
+// One scan of a progressive file: its components (frame indexes), its band of zigzag positions,
+// the bit sent before (0 for a first scan) and the bit it sends.
+struct ProgressiveScan {
+    std::vector<int> components;
+    int start = 0;
+    int end = 0;
+    int high = 0;
+    int low = 0;
+};
+
+// The same coefficients coded progressively by libjpeg's transcoder, as jpegtran does: with
+// libjpeg's usual scans when none are given; restart markers every restartMcus MCUs.
+QByteArray MakeProgressive(const QByteArray& baseline,
+                           const std::vector<ProgressiveScan>& scans = {}, int restartMcus = 0);
 
 } // namespace kavori::test

@@ -159,18 +159,16 @@ TEST_F(ScaledJpegTest, PiecesFallInStepOnAnyData)
         EXPECT_EQ(DecodeScaledJpeg(file, 4, parts), whole) << parts << " pieces";
 }
 
-// Progressive, CMYK and stored-RGB files are not ours to decode; the picture loader then reads
-// them the usual way at the size asked for.
+// CMYK and stored-RGB files are not ours to decode; the picture loader then reads them the
+// usual way at the size asked for.
 TEST_F(ScaledJpegTest, OtherKindsAreReadTheUsualWay)
 {
     const QImage picture = PhotoLike(160, 120, 5);
-    JpegLayout progressive;
-    progressive.progressive = true;
     JpegLayout cmyk;
     cmyk.cmyk = true;
     JpegLayout rgb;
     rgb.storedRgb = true;
-    for (const JpegLayout& layout : {progressive, cmyk, rgb}) {
+    for (const JpegLayout& layout : {cmyk, rgb}) {
         const QByteArray file = EncodeJpeg(picture, layout);
         EXPECT_TRUE(DecodeScaledJpeg(file, 2).isNull());
         const QImage loaded =
