@@ -137,12 +137,12 @@ struct Scan {
     const uint8_t* data = nullptr; // unstuffed, followed by kPadding zero bytes
     uint64_t dataBits = 0;
     int blocksPerMcu = 1;
-    int stride = 2; // keep * keep values and one spare a block
+    int stride = 2; // the largest keep * keep values and one spare a block
     const Huffman* dc[10]{};
     const Huffman* ac[10]{};
-    // Zigzag position -> index among the kept values; the spare for the others, so that every
-    // value is stored without a branch.
-    int8_t outIndex[64]{};
+    // For each block of an MCU, zigzag position -> index among the kept values; the spare for
+    // the others, so that every value is stored without a branch.
+    int8_t outIndex[10][64]{};
 
     // Decodes the block of the given MCU position starting at b.pos into out (the DC value as
     // the difference it is sent as). False for a code no table holds or a run past the block's end;
@@ -156,6 +156,7 @@ struct Scan {
             return false;
         out[0] = int16_t(receiveExtend(b, dcSize));
         const Huffman& table = *ac[phase];
+        const int8_t* index = outIndex[phase];
         for (int k = 1; k < 64;) {
             b.ensure();
             const int32_t fast = table.fastAc[b.window() >> (64 - kFastBits)];
@@ -181,7 +182,7 @@ struct Scan {
             }
             if (k > 63)
                 return false;
-            out[outIndex[k]] = int16_t(value);
+            out[index[k]] = int16_t(value);
             ++k;
         }
         return true;
@@ -426,13 +427,29 @@ JpegBlocks::JpegBlocks(qint64 count, int stride)
 JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
                           const JpegScanLayout& layout, int keep, int parts)
 {
+    std::array<int, 4> keeps;
+    keeps.fill(keep);
+    return DecodeJpegScan(file, header, layout, keeps, parts);
+}
+
+JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
+                          const JpegScanLayout& layout, const std::array<int, 4>& keeps, int parts)
+{
     if (!header.baseline || !header.fullSpectrum || header.height == 0 ||
         header.scanComponents != int(header.components.size()) || layout.blocksPerMcu == 0 ||
-        (keep != 1 && keep != 2 && keep != 4 && keep != 8))
+        header.components.size() > keeps.size())
         return {};
+    int largest = 1;
+    for (size_t i = 0; i < header.components.size(); ++i) {
+        const int keep = keeps[i];
+        if (keep != 1 && keep != 2 && keep != 4 && keep != 8)
+            return {};
+        largest = std::max(largest, keep);
+    }
     Huffman tables[8];
     bool built[8] = {};
     Scan scan;
+    scan.stride = largest * largest + 1;
     for (int i = 0; i < layout.blocksPerMcu; ++i) {
         const JpegComponent& c = header.components[layout.blockComponent[size_t(i)]];
         const int kinds[2] = {c.dcTable, 4 + c.acTable}; // DC tables 0-3, AC tables 4-7
@@ -445,14 +462,15 @@ JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
         }
         scan.dc[i] = &tables[kinds[0]];
         scan.ac[i] = &tables[kinds[1]];
+        const int keep = keeps[layout.blockComponent[size_t(i)]];
+        for (int k = 0; k < 64; ++k) {
+            const int row = kJpegZigzag[size_t(k)] / 8;
+            const int column = kJpegZigzag[size_t(k)] % 8;
+            scan.outIndex[i][k] =
+                int8_t(row < keep && column < keep ? row * keep + column : scan.stride - 1);
+        }
     }
     scan.blocksPerMcu = layout.blocksPerMcu;
-    scan.stride = keep * keep + 1;
-    for (int k = 0; k < 64; ++k) {
-        const int row = kJpegZigzag[size_t(k)] / 8;
-        const int column = kJpegZigzag[size_t(k)] % 8;
-        scan.outIndex[k] = int8_t(row < keep && column < keep ? row * keep + column : keep * keep);
-    }
 
     const auto* begin = reinterpret_cast<const uint8_t*>(file.constData());
     Unstuffed data;

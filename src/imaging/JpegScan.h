@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -54,5 +55,11 @@ private:
 // parts 0 picks one piece per core for large scans.
 JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
                           const JpegScanLayout& layout, int keep, int parts = 0);
+
+// The same with a keep for each component (in the header's order); every block is stored with
+// room for the largest.
+JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
+                          const JpegScanLayout& layout, const std::array<int, 4>& keeps,
+                          int parts = 0);
 
 } // namespace kavori

@@ -6,9 +6,9 @@
 #include "runtime/ParallelRun.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstring>
-#include <memory>
 
 namespace kavori {
 
@@ -123,8 +123,21 @@ template <> struct ReducedIdct<4> {
 };
 
 template <int Keep>
+void transformBlock(const int16_t* in, const uint16_t* quant, uint8_t* out, int stride)
+{
+    ReducedIdct<Keep>::transform(in, quant, out, stride);
+}
+
+using BlockTransform = void (*)(const int16_t*, const uint16_t*, uint8_t*, int);
+
+BlockTransform transformFor(int keep)
+{
+    return keep == 4 ? transformBlock<4> : keep == 2 ? transformBlock<2> : transformBlock<1>;
+}
+
+// Each component's blocks, at its own keep, into its plane.
 void transformRows(const JpegBlocks& values, const JpegHeader& header, const JpegScanLayout& layout,
-                   std::vector<SamplePlane>& planes)
+                   const std::array<int, 4>& keeps, std::vector<SamplePlane>& planes)
 {
     const int blockValues = values.stride();
     const bool single = header.components.size() == 1;
@@ -139,14 +152,15 @@ void transformRows(const JpegBlocks& values, const JpegHeader& header, const Jpe
                     const JpegComponent& c = header.components[ci];
                     const int h = single ? 1 : c.h;
                     const int v = single ? 1 : c.v;
+                    const int keep = keeps[ci];
+                    const BlockTransform transform = transformFor(keep);
                     SamplePlane& plane = planes[ci];
                     const uint16_t* quant = header.quant[size_t(c.quantTable)].data();
                     for (int by = 0; by < v; ++by)
                         for (int bx = 0; bx < h; ++bx, block += blockValues) {
-                            const int x = (mx * h + bx) * Keep;
-                            const int y = (my * v + by) * Keep;
-                            ReducedIdct<Keep>::transform(block, quant, plane.row(y) + x,
-                                                         plane.width);
+                            const int x = (mx * h + bx) * keep;
+                            const int y = (my * v + by) * keep;
+                            transform(block, quant, plane.row(y) + x, plane.width);
                         }
                 }
             }
@@ -159,94 +173,111 @@ inline int clampByte(int value)
     return std::min(std::max(value, 0), 255);
 }
 
-// YCbCr to RGB as JFIF defines it, in 16.16 fixed point.
-void toRgb(const uint8_t* luma, const uint8_t* cb, const uint8_t* cr, int width, QRgb* line)
+// A chroma plane's row y on the luma grid, at 16 times its value: where the plane has half the
+// columns or rows of luma, each sample is 3/4 of the nearest and 1/4 of the next nearest (in
+// both directions where both are halved), and the 4 extra bits keep that blend unrounded.
+void chromaRow(const SamplePlane& c, int hs, int vs, int y, int width, uint16_t* out)
 {
-    constexpr int crToR = 91881, cbToG = -22554, crToG = -46802, cbToB = 116130;
-    constexpr int half = 1 << 15;
+    const int nearY = y / vs;
+    const int farY = vs == 1 ? nearY : std::clamp(y % 2 ? nearY + 1 : nearY - 1, 0, c.height - 1);
+    const uint8_t* nearRow = c.row(nearY);
+    const uint8_t* farRow = c.row(farY);
+    if (hs == 1) {
+        for (int x = 0; x < width; ++x)
+            out[x] = uint16_t(4 * (3 * nearRow[x] + farRow[x]));
+        return;
+    }
+    const int last = c.width - 1;
+    auto column = [&](int j) {
+        j = std::clamp(j, 0, last);
+        return 3 * nearRow[j] + farRow[j];
+    };
     for (int x = 0; x < width; ++x) {
-        const int l = luma[x];
-        const int blue = cb[x] - 128;
-        const int red = cr[x] - 128;
-        const int r = l + ((crToR * red + half) >> 16);
-        const int g = l + ((cbToG * blue + crToG * red + half) >> 16);
-        const int b = l + ((cbToB * blue + half) >> 16);
-        line[x] = 0xFF000000u | uint32_t(clampByte(r) << 16) | uint32_t(clampByte(g) << 8) |
-                  uint32_t(clampByte(b));
+        const int j = x / 2;
+        out[x] = uint16_t(3 * column(j) + column(x % 2 ? j + 1 : j - 1));
     }
 }
 
-// Each plane's own scaling onto the picture's size; planes that need none are read as they are.
-struct PlaneScale {
-    PlaneScale(const SamplePlane& plane, double width, double height, const QSize& size)
-        : source(plane), across(width, size.width(), plane.width),
-          down(height, size.height(), plane.height)
-    {
-        if (!across.identity())
-            scaledAcross = SamplePlane(size.width(), down.lastSource() + 1);
+// YCbCr to RGB as JFIF defines it, in fixed point, chroma at 16 times its value. Each pixel is
+// rounded and clamped here, as a full decode gives it, before any averaging.
+void toRgb(const uint8_t* luma, const uint16_t* cb, const uint16_t* cr, int width, uint8_t* red,
+           uint8_t* green, uint8_t* blue)
+{
+    constexpr int crToR = 91881, cbToG = -22554, crToG = -46802, cbToB = 116130; // 16.16
+    constexpr int centre = 128 << 4;
+    constexpr int half = 1 << 19;
+    for (int x = 0; x < width; ++x) {
+        const int l = luma[x];
+        const int b = cb[x] - centre;
+        const int r = cr[x] - centre;
+        red[x] = uint8_t(clampByte(l + ((crToR * r + half) >> 20)));
+        green[x] = uint8_t(clampByte(l + ((cbToG * b + crToG * r + half) >> 20)));
+        blue[x] = uint8_t(clampByte(l + ((cbToB * b + half) >> 20)));
     }
-    bool ready() const { return across.identity() || scaledAcross.samples.data(); }
-    const SamplePlane& acrossResult() const { return across.identity() ? source : scaledAcross; }
-    // Row y at the picture's size; scratch holds a row of that size.
-    const uint8_t* row(int y, uint8_t* scratch) const
-    {
-        if (down.identity())
-            return acrossResult().row(y);
-        ScaleDown(acrossResult(), down, y, across.size(), scratch);
-        return scratch;
-    }
-    const SamplePlane& source;
-    ScaleTaps across;
-    ScaleTaps down;
-    SamplePlane scaledAcross;
-};
+}
 
-// The picture at `size` from planes decoded at `decoded` (luma samples): chroma is brought to
-// the luma grid and everything to the size asked for in one resampling.
-QImage render(const std::vector<SamplePlane>& planes, const JpegHeader& header,
-              const QSize& decoded, const QSize& size)
+// The picture at `size` from planes decoded at `decoded` (luma samples). Chroma is brought to
+// the luma grid and converted to RGB at the decoded size, and the RGB (or grey) picture is
+// averaged down by area with one rounding at the end: averaging in YCbCr and converting after
+// would clamp averages rather than pixels, and rounding chroma is amplified by the conversion.
+QImage render(const std::vector<SamplePlane>& planes, const QSize& decoded, const QSize& size)
 {
     const bool grey = planes.size() == 1;
+    const int channels = grey ? 1 : 3;
     QImage image(size, grey ? QImage::Format_Grayscale8 : QImage::Format_RGB32);
     if (image.isNull())
         return {};
-    int hMax = 1;
-    int vMax = 1;
-    for (const JpegComponent& c : header.components) {
-        hMax = std::max(hMax, c.h);
-        vMax = std::max(vMax, c.v);
-    }
-    std::vector<std::unique_ptr<PlaneScale>> scales;
-    for (size_t i = 0; i < planes.size(); ++i) {
-        const int h = grey ? 1 : header.components[i].h;
-        const int v = grey ? 1 : header.components[i].v;
-        scales.push_back(std::make_unique<PlaneScale>(planes[i], double(decoded.width()) * h / hMax,
-                                                      double(decoded.height()) * v / vMax, size));
-        if (!scales.back()->ready())
-            return {};
-    }
+    const ScaleTaps across(decoded.width(), size.width(), decoded.width());
+    const ScaleTaps down(decoded.height(), size.height(), decoded.height());
+    const int width = size.width();
+    const int sourceWidth = across.lastSource() + 1;
+    const int sourceRows = down.lastSource() + 1;
+    // How many times finer luma is than each chroma plane, across and down.
+    const int hs = grey ? 1 : planes[0].width / planes[1].width;
+    const int vs = grey ? 1 : planes[0].height / planes[1].height;
+    // Every source row scaled across, its channels one after another.
+    const ptrdiff_t stride = ptrdiff_t(width) * channels;
+    ScratchBuffer scaled(size_t(stride) * size_t(sourceRows) * sizeof(uint16_t));
+    if (!scaled.data())
+        return {};
     const int parts = ParallelWidth() * 4;
-    RunInParallel(parts, [&](int part) {
-        for (auto& scale : scales) {
-            const int rows = scale->scaledAcross.height;
-            if (!scale->across.identity())
-                ScaleAcross(scale->source, scale->across, scale->scaledAcross, rows * part / parts,
-                            rows * (part + 1) / parts);
+    const int usedRows = std::min(sourceRows, parts);
+    RunInParallel(usedRows, [&](int part) {
+        std::vector<uint16_t> chroma(grey ? 0 : size_t(sourceWidth) * 2);
+        std::vector<uint8_t> rgb(grey ? 0 : size_t(sourceWidth) * 3);
+        for (int y = sourceRows * part / usedRows; y < sourceRows * (part + 1) / usedRows; ++y) {
+            uint16_t* out = scaled.as<uint16_t>() + ptrdiff_t(y) * stride;
+            if (grey) {
+                ScaleRowAcross(planes[0].row(y), across, out);
+                continue;
+            }
+            uint16_t* cb = chroma.data();
+            uint16_t* cr = cb + sourceWidth;
+            chromaRow(planes[1], hs, vs, y, sourceWidth, cb);
+            chromaRow(planes[2], hs, vs, y, sourceWidth, cr);
+            uint8_t* red = rgb.data();
+            toRgb(planes[0].row(y), cb, cr, sourceWidth, red, red + sourceWidth,
+                  red + 2 * sourceWidth);
+            for (int c = 0; c < 3; ++c)
+                ScaleRowAcross(red + c * sourceWidth, across, out + c * width);
         }
     });
     const int height = size.height();
-    RunInParallel(std::min(height, parts), [&](int part) {
-        std::vector<uint8_t> scratch(size_t(size.width()) * scales.size());
-        const int used = std::min(height, parts);
-        for (int y = height * part / used; y < height * (part + 1) / used; ++y) {
+    const int usedTargets = std::min(height, parts);
+    RunInParallel(usedTargets, [&](int part) {
+        std::vector<uint8_t> line(static_cast<size_t>(stride));
+        for (int y = height * part / usedTargets; y < height * (part + 1) / usedTargets; ++y) {
             if (grey) {
-                std::copy_n(scales[0]->row(y, scratch.data()), size.width(), image.scanLine(y));
+                ScaleRowDown(scaled.as<uint16_t>(), stride, down, y, width, image.scanLine(y));
                 continue;
             }
-            toRgb(scales[0]->row(y, scratch.data()),
-                  scales[1]->row(y, scratch.data() + size.width()),
-                  scales[2]->row(y, scratch.data() + 2 * size.width()), size.width(),
-                  reinterpret_cast<QRgb*>(image.scanLine(y)));
+            ScaleRowDown(scaled.as<uint16_t>(), stride, down, y, int(stride), line.data());
+            auto* pixels = reinterpret_cast<QRgb*>(image.scanLine(y));
+            const uint8_t* r = line.data();
+            const uint8_t* g = r + width;
+            const uint8_t* b = g + width;
+            for (int x = 0; x < width; ++x)
+                pixels[x] = 0xFF000000u | uint32_t(r[x] << 16) | uint32_t(g[x] << 8) | b[x];
         }
     });
     return image;
@@ -285,33 +316,42 @@ QImage decode(const QByteArray& file, const JpegHeader& header, int keep, const 
               int parts)
 {
     const std::optional<JpegScanLayout> layout = LayoutOf(header);
-    if (!layout || layout->totalBlocks() * (keep * keep + 1) > kMaxValues ||
+    if (!layout)
+        return {};
+    const bool single = header.components.size() == 1;
+    int hMax = 1;
+    int vMax = 1;
+    for (const JpegComponent& c : header.components) {
+        hMax = std::max(hMax, c.h);
+        vMax = std::max(vMax, c.v);
+    }
+    // Chroma at half the luma's resolution both ways is decoded with twice the luma's
+    // coefficients where the transform allows, so that it lands on the luma grid with its own
+    // detail instead of being stretched (at 1/8 that is 2 x 2 values rather than the DC alone).
+    std::array<int, 4> keeps{};
+    for (size_t i = 0; i < header.components.size(); ++i) {
+        const JpegComponent& c = header.components[i];
+        const bool halved = !single && c.h * 2 == hMax && c.v * 2 == vMax;
+        keeps[i] = halved && keep <= 2 ? keep * 2 : keep;
+    }
+    const int largest = *std::max_element(keeps.begin(), keeps.end());
+    if (layout->totalBlocks() * (largest * largest + 1) > kMaxValues ||
         qint64(header.width) * header.height * keep * keep / 64 > kMaxPixels ||
         qint64(size.width()) * size.height() > kMaxPixels)
         return {};
-    const JpegBlocks values = DecodeJpegScan(file, header, *layout, keep, parts);
+    const JpegBlocks values = DecodeJpegScan(file, header, *layout, keeps, parts);
     if (!values.data())
         return {};
-    const bool single = header.components.size() == 1;
     std::vector<SamplePlane> planes;
-    for (const JpegComponent& c : header.components) {
-        planes.emplace_back(layout->mcusX * (single ? 1 : c.h) * keep,
-                            layout->mcusY * (single ? 1 : c.v) * keep);
+    for (size_t i = 0; i < header.components.size(); ++i) {
+        const JpegComponent& c = header.components[i];
+        planes.emplace_back(layout->mcusX * (single ? 1 : c.h) * keeps[i],
+                            layout->mcusY * (single ? 1 : c.v) * keeps[i]);
         if (!planes.back().samples.data())
             return {};
     }
-    switch (keep) {
-    case 4:
-        transformRows<4>(values, header, *layout, planes);
-        break;
-    case 2:
-        transformRows<2>(values, header, *layout, planes);
-        break;
-    default:
-        transformRows<1>(values, header, *layout, planes);
-        break;
-    }
-    return render(planes, header, scaledSize(header, keep), size);
+    transformRows(values, header, *layout, keeps, planes);
+    return render(planes, scaledSize(header, keep), size);
 }
 
 } // namespace
