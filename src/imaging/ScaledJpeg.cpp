@@ -187,14 +187,22 @@ void chromaRow(const SamplePlane& c, int hs, int vs, int y, int width, uint16_t*
             out[x] = uint16_t(4 * (3 * nearRow[x] + farRow[x]));
         return;
     }
+    // Edges repeat the outermost column; the loop between them needs no clamping.
     const int last = c.width - 1;
-    auto column = [&](int j) {
-        j = std::clamp(j, 0, last);
-        return 3 * nearRow[j] + farRow[j];
-    };
-    for (int x = 0; x < width; ++x) {
+    auto column = [&](int j) { return 3 * nearRow[j] + farRow[j]; };
+    out[0] = uint16_t(4 * column(0));
+    int x = 1;
+    for (; x + 1 < width && (x + 1) / 2 <= last; x += 2) {
         const int j = x / 2;
-        out[x] = uint16_t(3 * column(j) + column(x % 2 ? j + 1 : j - 1));
+        const int here = column(j);
+        const int next = column(j + 1);
+        out[x] = uint16_t(3 * here + next);
+        out[x + 1] = uint16_t(3 * next + here);
+    }
+    for (; x < width; ++x) {
+        const int j = std::min(x / 2, last);
+        const int other = std::clamp(x % 2 ? j + 1 : j - 1, 0, last);
+        out[x] = uint16_t(3 * column(j) + column(other));
     }
 }
 
