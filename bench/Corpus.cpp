@@ -13,3 +13,10 @@ QStringList CorpusPhotos()
         files << big.filePath(name);
     return files;
 }
+
+QString CorpusTree()
+{
+    const QString root = qEnvironmentVariable("KAVORI_CORPUS");
+    const QString tree = root + QStringLiteral("/tree/");
+    return !root.isEmpty() && QDir(tree).exists() ? tree : QString();
+}

@@ -9,11 +9,16 @@ PACKAGES=(
     qt6-svg-dev qt6-multimedia-dev qt6-image-formats-plugins qt6-qpa-plugins
     gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-bad
     gstreamer1.0-plugins-ugly gstreamer1.0-libav
-    libwmf-dev libemf2svg-dev
+    libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev gstreamer1.0-tools
+    libwmf-dev libemf2svg-dev libzip-dev breeze-icon-theme
     libfluidsynth-dev timgm6mb-soundfont
+    libavif-dev libheif-dev libjxl-dev
+    libheif-examples libavif-bin libjxl-tools
+    gsettings-desktop-schemas dbus
     libgtest-dev libgmock-dev googletest libbenchmark-dev libjpeg62-turbo-dev
-    xvfb xauth x11-utils
+    xvfb xauth x11-utils x11-apps xscreensaver
     fonts-dejavu-core fonts-urw-base35
+    desktop-file-utils shared-mime-info xdg-utils libglib2.0-bin
 )
 
 missing=()

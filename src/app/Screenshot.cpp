@@ -118,7 +118,9 @@ void ScreenshotShowIfAsked()
         if (state->saved == 0) {
             save(player, "slide-1.png");
             state->saved = 1;
-            player->runAction(PlayerAction::Next);
+            // Stepped from the event loop rather than from inside this poll, so the poll runs
+            // again while the transition plays and can photograph it.
+            QTimer::singleShot(0, player, [player] { player->runAction(PlayerAction::Next); });
         } else if (state->saved >= 2) {
             const int slide = state->saved;
             save(player, QStringLiteral("slide-%1.png").arg(slide).toLatin1().constData());

@@ -14,9 +14,20 @@ QVariant SlideListModel::data(const QModelIndex& index, int role) const
     const auto& slides = CurrentShow().slides;
     if (!index.isValid() || index.row() >= slides.size())
         return {};
+    const QString& file = slides.at(index.row()).SlideFile;
+    if (role == Qt::DisplayRole && m_namesOnly)
+        return file.section(u'/', -1);
     if (role == Qt::DisplayRole || role == Qt::ToolTipRole)
-        return slides.at(index.row()).SlideFile;
+        return file;
     return {};
+}
+
+void SlideListModel::setNamesOnly(bool namesOnly)
+{
+    if (namesOnly == m_namesOnly)
+        return;
+    m_namesOnly = namesOnly;
+    reload();
 }
 
 void SlideListModel::reload()

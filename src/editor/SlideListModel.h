@@ -14,6 +14,12 @@ public:
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
     // The show changed under the list.
     void reload();
+    // Rows show the bare file names instead of the paths (the tip keeps the path).
+    void setNamesOnly(bool namesOnly);
+    bool namesOnly() const { return m_namesOnly; }
+
+private:
+    bool m_namesOnly = false;
 };
 
 } // namespace kavori

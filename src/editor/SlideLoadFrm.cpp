@@ -3,23 +3,38 @@
 #include "ExitFrm.h"
 #include "LoadSlideFile.h"
 #include "SlideListModel.h"
+#include "SlideRangeFrm.h"
+#include "files/FolderPane.h"
+#include "files/FolderTree.h"
+#include "files/frmCopyImages.h"
+#include "frmAdvDescription.h"
+#include "frmDescription.h"
+#include "frmEditSounds.h"
+#include "frmExportVideo.h"
 #include "frmPlaybackOptions.h"
 #include "frmSlideDup.h"
 #include "frmSlideInfo.h"
 #include "frmSlideProperties.h"
 #include "frmTransition.h"
+#include "packaging/SaverSettings.h"
+#include "packaging/SaverSetup.h"
 #include "platform/AppPaths.h"
 #include "platform/UserSettings.h"
+#include "platform/Volumes.h"
 #include "playback/FullViewFrm.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Prompts.h"
 #include "runtime/WaitDialog.h"
+#include "settings/RecentShows.h"
 #include "settings/Settings.h"
 #include "settings/SettingsCatalogue.h"
 #include "slideshow/ShowInformation.h"
+#include "slideshow/SlideDescriptions.h"
+#include "slideshow/SlideList.h"
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
 #include "slideshow/SlideTransitions.h"
+#include "systemsaver/SystemSaver.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -47,21 +62,6 @@ namespace kavori {
 namespace {
 
 const char kUntitled[] = "Untitled.KAV";
-
-QStringList slideFilePatterns()
-{
-    QStringList patterns;
-    for (const char* ext :
-         {"bmp", "dib", "gif", "jpg", "jif",  "jpe", "jpeg", "wmf", "emf", "ico", "cur",
-          "rle", "avi", "mpg", "mpe", "mpeg", "mpa", "enc",  "mov", "qt",  "m1v", "mp2"})
-        patterns << QStringLiteral("*.") + QString::fromLatin1(ext);
-    return patterns;
-}
-
-QString showFilter()
-{
-    return QStringLiteral("Kavori Slide Shows (*.kav *.KAV *.Kav);;All files (*)");
-}
 
 bool named()
 {
@@ -125,21 +125,9 @@ SlideLoadFrm::~SlideLoadFrm() = default;
 
 void SlideLoadFrm::buildSource()
 {
-    m_dirModel = new QFileSystemModel(this);
-    m_dirModel->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot);
-    m_dirModel->setRootPath(QDir::rootPath());
-    m_dirs = new QTreeView(this);
-    m_dirs->setObjectName(QStringLiteral("Dir1"));
-    m_dirs->setModel(m_dirModel);
-    m_dirs->setHeaderHidden(true);
-    for (int column = 1; column < m_dirModel->columnCount(); ++column)
-        m_dirs->hideColumn(column);
-    connect(m_dirModel, &QFileSystemModel::directoryLoaded, this, [this](const QString& loaded) {
-        if (m_dirWanted.startsWith(loaded))
-            showFolderInTree();
-    });
-    connect(m_dirs, &QTreeView::clicked, this,
-            [this](const QModelIndex& index) { setSourceFolder(m_dirModel->filePath(index)); });
+    m_dirs = new FolderTree(QStringLiteral("Dir1"), this);
+    connect(m_dirs, &FolderTree::folderClicked, this,
+            [this](const QString& folder) { setSourceFolder(folder); });
 
     m_folder = new QComboBox(this);
     m_folder->setObjectName(QStringLiteral("Drive1"));
@@ -156,7 +144,7 @@ void SlideLoadFrm::buildSource()
     // holds the window up.
     m_fileModel = new QFileSystemModel(this);
     m_fileModel->setFilter(QDir::Files);
-    m_fileModel->setNameFilters(slideFilePatterns());
+    m_fileModel->setNameFilters(SlideFilePatterns());
     m_fileModel->setNameFilterDisables(false);
     m_files = new QListView(this);
     m_files->setObjectName(QStringLiteral("File1"));
@@ -244,6 +232,17 @@ void SlideLoadFrm::buildMenus()
     action(file, "mnuSourceInfo", QStringLiteral("S&ource Folder Information..."),
            [this] { sourceInformation(); });
     action(file, "mnuNewFolder", QStringLiteral("&New Folder..."), [this] { newFolder(); });
+    action(file, "mnuCopyImages", QStringLiteral("&Copy Images..."), [this] { copyImages(); });
+    file->addSeparator();
+    // The show as it stands becomes the screen saver: saved first when it has changes.
+    action(file, "mnuSetScreenSaver", QStringLiteral("Set as &Screen Saver..."), [this] {
+        if ((CurrentShow().changed || CurrentShow().path.isEmpty()) && !save())
+            return;
+        if (!MakeShowTheSaver(CurrentShow().path, CurrentSystemSaver()))
+            return;
+        SaverSetup::Edit(this); // works on the same file, read again
+        refreshList();
+    });
     file->addSeparator();
     action(file, "mnuClose", QStringLiteral("&Close"), [this] { close(); });
 
@@ -266,8 +265,27 @@ void SlideLoadFrm::buildMenus()
            [this] { checkMissing(true); });
     action(list, "mnuSelectMissing", QStringLiteral("&Select Missing Slides..."),
            [this] { checkMissing(false); });
+    list->addSeparator();
+    action(list, "mnuSelectRange", QStringLiteral("Select a Ra&nge of Slides..."),
+           [this] { selectRange(); });
+    action(list, "mnuSelectSome1", QStringLiteral("Select &Every Nth Slide..."),
+           [this] { selectEvery(); });
+    QAction* names = action(list, "mnuListFilenames", QStringLiteral("List File &Names Only"),
+                            [this](bool on) { m_model->setNamesOnly(on); });
+    names->setCheckable(true);
 
     buildSlideMenus(bar);
+
+    QMenu* sounds = bar->addMenu(QStringLiteral("&Sounds"));
+    action(sounds, "mnuEditSounds", QStringLiteral("&Edit Sounds..."), [this] {
+        const int line = editLine();
+        if (line >= 0 && EditSlideSounds(this, line))
+            afterEdit();
+    });
+    action(sounds, "mnuClearSounds", QStringLiteral("&Clear All Sounds..."), [this] {
+        if (ClearSlideSounds(Title()))
+            refreshList();
+    });
 
     QMenu* show = bar->addMenu(QStringLiteral("&Play"));
     action(show, "mnuStartShow", QStringLiteral("&Start Slide Show"), [this] { play(0); });
@@ -284,6 +302,28 @@ void SlideLoadFrm::buildMenus()
         }
         play(CurrentSettings().ImageLastDisplayed);
     });
+    show->addSeparator();
+    action(show, "mnuExportVideo", QStringLiteral("Export to &Video..."),
+           [this] { frmExportVideo::Edit(this); });
+    buildDescriptionMenu(bar);
+}
+
+void SlideLoadFrm::buildDescriptionMenu(QMenuBar* bar)
+{
+    QMenu* menu = bar->addMenu(QStringLiteral("&Descriptions"));
+    menu->setObjectName(QStringLiteral("mnuDescriptions"));
+    auto action = [this, menu](const char* name, const QString& caption, auto&& slot) {
+        QAction* a = menu->addAction(caption);
+        a->setObjectName(QString::fromLatin1(name));
+        connect(a, &QAction::triggered, this, slot);
+    };
+    action("mnuEditDescription", QStringLiteral("&Edit Descriptions..."),
+           [this] { editDescriptions(); });
+    action("mnuClearDescriptions", QStringLiteral("&Clear All Descriptions"),
+           [this] { clearDescriptions(); });
+    menu->addSeparator();
+    action("mnuAdvDescriptions", QStringLiteral("&Description Files..."),
+           [this] { frmAdvDescription::Open(sourceFolder(), this); });
 }
 
 void SlideLoadFrm::buildSlideMenus(QMenuBar* bar)
@@ -301,6 +341,51 @@ void SlideLoadFrm::buildSlideMenus(QMenuBar* bar)
            [this] { editTransitions(); });
     action(transitions, "mnuClearTransitions", QStringLiteral("&Clear All Transitions..."),
            [this] { clearTransitions(); });
+}
+
+void SlideLoadFrm::copyImages()
+{
+    // The copy dialog opens on the source folder with the chosen pictures chosen there too.
+    const QStringList chosen = selectedSourceFiles();
+    frmCopyImages dialog(QString(), this);
+    dialog.source()->setFolder(sourceFolder());
+    dialog.source()->selectFiles(chosen);
+    dialog.exec();
+}
+
+void SlideLoadFrm::selectRange()
+{
+    if (CurrentShow().slides.isEmpty()) {
+        MsgBox(NothingToSelectText(), vbExclamation, Title());
+        return;
+    }
+    const QVector<int> lines = selectedLines();
+    const auto range = SlideRangeFrm::Pick(this, QStringLiteral("Select range of files to select:"),
+                                           lines.isEmpty() ? 0 : lines.first());
+    if (range)
+        selectLines(LinesBetween(range->first, range->last));
+}
+
+void SlideLoadFrm::selectEvery()
+{
+    const int count = int(CurrentShow().slides.size());
+    if (count == 0) {
+        MsgBox(NothingToSelectText(), vbExclamation, Title());
+        return;
+    }
+    const QString answer =
+        InputBox(QStringLiteral("Select every how many slides? (2 selects every other slide, "
+                                "starting at the first selected slide)"),
+                 Title(QStringLiteral("Select Slides")), QStringLiteral("2"));
+    if (answer.isEmpty())
+        return;
+    const QVector<int> lines = selectedLines();
+    const EveryNth chosen = EveryNthLine(answer, count, lines.isEmpty() ? 0 : lines.first());
+    if (!chosen.refusal.isEmpty()) {
+        MsgBox(chosen.refusal, vbExclamation, Title());
+        return;
+    }
+    selectLines(chosen.lines);
 }
 
 int SlideLoadFrm::editLine()
@@ -352,20 +437,8 @@ void SlideLoadFrm::setSourceFolder(const QString& folder)
     const QString path = QDir(folder).absolutePath();
     m_fileModel->setRootPath(path);
     m_files->setRootIndex(m_fileModel->index(path));
-    m_dirWanted = path;
-    showFolderInTree();
+    m_dirs->showFolder(path);
     m_folder->setEditText(QDir::toNativeSeparators(path));
-}
-
-void SlideLoadFrm::showFolderInTree()
-{
-    // The tree opens down to the folder, so the user sees where the pictures come from; the
-    // model reads folders as they are opened, so this goes on as each one arrives.
-    const QModelIndex dir = m_dirModel->index(m_dirWanted);
-    for (QModelIndex up = dir.parent(); up.isValid(); up = up.parent())
-        m_dirs->expand(up);
-    m_dirs->setCurrentIndex(dir);
-    m_dirs->scrollTo(dir);
 }
 
 QString SlideLoadFrm::sourceFolder() const
@@ -579,10 +652,18 @@ bool SlideLoadFrm::saveAs()
         return false;
     const QString start = named() ? show.path : sourceFolder() + u'/' + QLatin1String(kUntitled);
     QString path =
-        CurrentPrompts().saveFile(QStringLiteral("Save Slide Show As"), start, showFilter());
+        CurrentPrompts().saveFile(QStringLiteral("Save Slide Show As"), start, SlideShowFilter());
     if (path.isEmpty())
         return false; // cancelled
-    const QString refusal = FileNameRefusal(FileNameOf(path));
+    // A folder, or an extension alone, names no file.
+    const QString name = FileNameOf(path);
+    if (name.isEmpty() || name.compare(QLatin1String(".KAV"), Qt::CaseInsensitive) == 0) {
+        MsgBox(QStringLiteral("You forgot to enter a filename.") + NewLine2() +
+                   QStringLiteral("Enter a name and then try again..."),
+               vbExclamation, Title());
+        return false;
+    }
+    const QString refusal = FileNameRefusal(name);
     if (!refusal.isEmpty()) {
         MsgBox(refusal, vbExclamation, Title());
         return false;
@@ -622,13 +703,29 @@ bool SlideLoadFrm::load(const QString& given)
     QString path = given;
     if (path.isEmpty())
         path = LoadSlideFile::Choose(sourceFolder(), this);
-    if (path.isEmpty())
+    if (path.isEmpty() || !mediumIsIn(path))
         return false;
     const bool loaded = ReadSlideShow(path);
     refreshList();
     if (loaded && !CurrentShow().slides.isEmpty())
         setSourceFolder(FolderOf(QFileInfo(path).absoluteFilePath()));
     return loaded;
+}
+
+bool SlideLoadFrm::mediumIsIn(const QString& path)
+{
+    // A show on a removable medium that is not in (its mount folder gone or empty) asks for
+    // the medium first.
+    const QString medium = RemovableMediumOf(path);
+    if (medium.isEmpty() || QFileInfo::exists(path) ||
+        !QDir(medium).isEmpty(QDir::AllEntries | QDir::NoDotAndDotDot))
+        return true;
+    return MsgBox(QStringLiteral("Insert the disk that contains the file:") + NewLine2() +
+                      QDir::toNativeSeparators(path) + NewLine2() +
+                      QStringLiteral("...into Floppy Drive ") + RemovableMediumName(medium) +
+                      NewLine2() + QStringLiteral("Press the ") + u'"' + QStringLiteral("OK") +
+                      u'"' + QStringLiteral(" button to continue."),
+                  vbOKCancel | vbInformation, Title()) == vbOK;
 }
 
 void SlideLoadFrm::loadFromList(const std::array<QString, 20>& list, bool favorites)
@@ -675,7 +772,12 @@ void SlideLoadFrm::sourceInformation()
 
 void SlideLoadFrm::renameShow()
 {
-    const QString title = Title(QStringLiteral("Rename Slide Show"));
+    RenameCurrentShow();
+}
+
+bool RenameCurrentShow()
+{
+    const QString title = SlideLoadFrm::Title(QStringLiteral("Rename Slide Show"));
     SlideShow& show = CurrentShow();
     if (show.path.isEmpty() && show.slides.isEmpty()) {
         MsgBox(QStringLiteral("A slide show has not been opened yet, nothing to rename.") +
@@ -683,7 +785,7 @@ void SlideLoadFrm::renameShow()
                    QStringLiteral("Open the slide show you would like to rename and then try "
                                   "again..."),
                vbExclamation, title);
-        return;
+        return false;
     }
     if (!named()) {
         MsgBox(QStringLiteral("Unable to rename file, the current slide show has not been saved "
@@ -692,34 +794,37 @@ void SlideLoadFrm::renameShow()
                    QStringLiteral("Click the \"Save As...\" button to give this slide show a "
                                   "name..."),
                vbExclamation, title);
-        return;
+        return false;
     }
     if (show.changed) {
         MsgBox(QStringLiteral("You should save the current changes to the slide show before "
                               "renaming its data file..."),
                vbExclamation, title);
-        return;
+        return false;
     }
     const QString name = InputBox(QStringLiteral("Enter a new name for the slide show:"), title,
                                   QFileInfo(show.path).completeBaseName());
     if (name.trimmed().isEmpty())
-        return;
+        return false;
     const RenameCheck check = CheckShowRename(show.path, name);
     if (!check.refusal.isEmpty()) {
         MsgBox(check.refusal, vbExclamation, title);
-        return;
+        return false;
     }
     if (!QFile::rename(show.path, check.newPath)) {
         MsgBox(QStringLiteral("Unable to rename the slide show file:") + NewLine2() + show.path +
                    NewLine2() + QStringLiteral("..."),
                vbCritical, title);
-        return;
+        return false;
     }
     // The screen saver keeps playing the show under its new name.
     const QString saver = GetSetting(QStringLiteral("Settings"), QStringLiteral("CurrentSaver"));
     if (!saver.isEmpty() && QFileInfo(saver) == QFileInfo(show.path))
         SaveSetting(QStringLiteral("Settings"), QStringLiteral("CurrentSaver"), check.newPath);
+    // So do the recent and favourite shows, which would otherwise name a file that is gone.
+    FollowShow(show.path, check.newPath);
     show.path = check.newPath;
+    return true;
 }
 
 void SlideLoadFrm::renameFile()
@@ -732,27 +837,35 @@ void SlideLoadFrm::renameFile()
         return;
     }
     const QString old = chosen.first();
-    const QString name =
-        InputBox(QStringLiteral("Enter a new name for the file:"), title, FileNameOf(old));
-    if (name.trimmed().isEmpty())
+    const QString renamed = AskAndRenameFile(old, title);
+    if (renamed.isEmpty())
         return;
-    const RenameCheck check = CheckFileRename(old, name);
-    if (!check.refusal.isEmpty()) {
-        MsgBox(check.refusal, vbExclamation, title);
-        return;
-    }
-    if (!QFile::rename(old, check.newPath)) {
-        MsgBox(QStringLiteral("Unable to rename the file:") + NewLine2() + old + NewLine2() +
-                   QStringLiteral("..."),
-               vbCritical, title);
-        return;
-    }
-    if (RenameSlideFiles(CurrentShow(), old, check.newPath) > 0) {
+    if (RenameSlideFiles(CurrentShow(), old, renamed) > 0) {
         refreshList();
         MsgBox(QStringLiteral("The old filename was in the current slide show, the entry for "
                               "this slide was updated as a result..."),
                vbInformation, title);
     }
+}
+
+QString AskAndRenameFile(const QString& old, const QString& title)
+{
+    const QString name =
+        InputBox(QStringLiteral("Enter a new name for the file:"), title, FileNameOf(old));
+    if (name.trimmed().isEmpty())
+        return QString();
+    const RenameCheck check = CheckFileRename(old, name);
+    if (!check.refusal.isEmpty()) {
+        MsgBox(check.refusal, vbExclamation, title);
+        return QString();
+    }
+    if (!QFile::rename(old, check.newPath)) {
+        MsgBox(QStringLiteral("Unable to rename the file:") + NewLine2() + old + NewLine2() +
+                   QStringLiteral("..."),
+               vbCritical, title);
+        return QString();
+    }
+    return check.newPath;
 }
 
 void SlideLoadFrm::newFolder()
@@ -811,6 +924,28 @@ void SlideLoadFrm::dropFiles(const QStringList& files)
         return;
     }
     apply(AddSlides(CurrentShow(), dropped.slides, false));
+}
+
+void SlideLoadFrm::editDescriptions()
+{
+    const int line = editLine();
+    if (line >= 0 && frmDescription::Edit(line, this))
+        afterEdit();
+}
+
+void SlideLoadFrm::clearDescriptions()
+{
+    SlideShow& show = CurrentShow();
+    const QString refusal = ClearAllRefusal(show);
+    if (!refusal.isEmpty()) {
+        MsgBox(refusal, vbExclamation, Title());
+        return;
+    }
+    if (MsgBox(ClearAllQuestion(), vbYesNo + vbQuestion, Title()) != vbYes)
+        return;
+    ClearAllDescriptions(show);
+    show.changed = true;
+    refreshList();
 }
 
 bool SlideLoadFrm::mayClose()
@@ -872,7 +1007,14 @@ void SlideLoadFrm::dropEvent(QDropEvent* event)
     dropFiles(files);
 }
 
-void OpenSlideShowEditor(QWidget* parent, const QString& showFile)
+void SlideLoadFrm::arrange()
+{
+    if (m_model->rowCount() > 0 && selectedLines().isEmpty())
+        selectLines({0});
+    m_list->setFocus();
+}
+
+void OpenSlideShowEditor(QWidget* parent, const QString& showFile, EditorView view)
 {
     const Settings& s = CurrentSettings();
     if (!showFile.isEmpty())
@@ -883,6 +1025,8 @@ void OpenSlideShowEditor(QWidget* parent, const QString& showFile)
     std::unique_ptr<WaitDialog> wait = std::make_unique<WaitDialog>(SlideLoadFrm::Title());
     wait->setCaption(QStringLiteral("Loading slide show editor, please wait..."));
     SlideLoadFrm editor(parent);
+    if (view == EditorView::Arrange)
+        editor.arrange();
     wait.reset();
     editor.exec();
 }

@@ -17,6 +17,7 @@ class QTreeView;
 
 namespace kavori {
 
+class FolderTree;
 class SlideListModel;
 
 // The slide show editor: a source pane (folder tree Dir1, the folder combo Drive1 and the file
@@ -41,6 +42,9 @@ public:
     QString countText() const;
     // The list shows the show in memory again (after it changed outside the editor).
     void refreshList();
+
+    // Puts the View List in front, its first line chosen when none is, for the order commands.
+    void arrange();
 
     // The commands, as the buttons and menus run them.
     void addSelected();
@@ -73,6 +77,14 @@ public:
     void editProperties();
     void editTransitions();
     void clearTransitions();
+    // Selecting lines: a run of them, or every nth from the first selected.
+    void selectRange();
+    // Copies pictures of the source folder elsewhere (the copy dialog, on the source folder).
+    void copyImages();
+    void selectEvery();
+    // Descriptions: the slide description dialog on the chosen line, and clearing every text.
+    void editDescriptions();
+    void clearDescriptions();
 
     // Closing with unsaved changes goes by the save switches; false when the user stays.
     bool mayClose();
@@ -94,25 +106,39 @@ private:
     void buildSlideMenus(QMenuBar* bar);
     // The line a per-slide dialog opens on, or -1 (said why) when the list is empty.
     int editLine();
-    void showFolderInTree();
+    void buildDescriptionMenu(QMenuBar* bar);
     void apply(const ListResult& result);
     void afterEdit();
     bool saveTo(const QString& path);
+    // Asks for the removable medium a show lies on when it is not in; false when cancelled.
+    bool mediumIsIn(const QString& path);
     // An empty list is not saved: says so and answers true.
     bool refusedEmpty();
 
-    QTreeView* m_dirs = nullptr;   // Dir1
+    FolderTree* m_dirs = nullptr;  // Dir1
     QComboBox* m_folder = nullptr; // Drive1
     QListView* m_files = nullptr;  // File1
-    QFileSystemModel* m_dirModel = nullptr;
     QFileSystemModel* m_fileModel = nullptr;
     QListView* m_list = nullptr; // the View List
     SlideListModel* m_model = nullptr;
     QLabel* m_count = nullptr;
-    QString m_dirWanted; // the folder the tree is to open to
 };
 
+// Asks for a new name for a file of the source folder and renames it, refusing names no file
+// may have; the new path, or empty when nothing was renamed (said why).
+QString AskAndRenameFile(const QString& old, const QString& title);
+
+// Renames the file of the show in memory after asking for the new name, refusing a show that
+// is not open, not saved or changed and names no file may have; the screen saver's show follows
+// the new name. True when renamed (else said why, or cancelled).
+bool RenameCurrentShow();
+
+// How the editor opens: as it was left, or with the View List in front and its first line
+// chosen, ready for the order commands.
+enum class EditorView { Normal, Arrange };
+
 // Opens the editor on the show in memory (or the given show file) and keeps it until closed.
-void OpenSlideShowEditor(QWidget* parent, const QString& showFile = QString());
+void OpenSlideShowEditor(QWidget* parent, const QString& showFile = QString(),
+                         EditorView view = EditorView::Normal);
 
 } // namespace kavori

@@ -1,9 +1,8 @@
 #include "frmPlaybackOptions.h"
 
-#include "playback/DescriptionLabels.h"
+#include "DescriptionLookEditor.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Prompts.h"
-#include "runtime/VbColor.h"
 #include "slideshow/SlideWizard.h"
 
 #include <QCheckBox>
@@ -34,11 +33,6 @@ template <typename W> W* named(W* widget, const char* name)
 QCheckBox* check(QWidget* parent, const char* name, const QString& text)
 {
     return named(new QCheckBox(text, parent), name);
-}
-
-void paintSwatch(QPushButton* button, qint32 vb)
-{
-    button->setStyleSheet(QStringLiteral("background: %1;").arg(FromVbColor(vb).name()));
 }
 
 } // namespace
@@ -122,57 +116,10 @@ frmPlaybackOptions::frmPlaybackOptions(QWidget* parent, Page page) : QDialog(par
     auto* descForm = new QFormLayout(desc);
     m_showDescription =
         check(desc, "chkShowDescription", QStringLiteral("Show the description of each slide"));
-    m_location = named(new QComboBox(desc), "cboLocation");
-    m_location->addItems(DescriptionLocations());
-    m_descSpeed = named(new QSpinBox(desc), "spnDescSpeed");
-    m_descSpeed->setRange(1, 9);
-    m_font = named(new QPushButton(desc), "CmdFont");
-    m_foreColor = named(new QPushButton(QStringLiteral("Text"), desc), "CmdForeColor");
-    m_useBack = check(desc, "chkUseBack", QStringLiteral("Draw a box behind the text"));
-    m_backColor = named(new QPushButton(QStringLiteral("Box"), desc), "CmdBackColor");
-    m_border = named(new QComboBox(desc), "cboBorder");
-    m_border->addItems(
-        {QStringLiteral("None"), QStringLiteral("Frame"), QStringLiteral("Raised frame")});
-    m_shadow = check(desc, "chkShadow", QStringLiteral("Drop shadow"));
-    m_shadowDistance = named(new QSpinBox(desc), "spnShadowDistance");
-    m_shadowDistance->setRange(0, 49);
-    m_shadowDirection = named(new QComboBox(desc), "cboShadowDirection");
-    m_shadowDirection->addItems({QStringLiteral("Up and left"), QStringLiteral("Up and right"),
-                                 QStringLiteral("Down and left"),
-                                 QStringLiteral("Down and right")});
-    m_shadowColor = named(new QPushButton(QStringLiteral("Shadow"), desc), "CmdShadowColor");
+    m_look = new DescriptionLookEditor(desc);
     descForm->addRow(m_showDescription);
-    descForm->addRow(QStringLiteral("Place:"), m_location);
-    descForm->addRow(QStringLiteral("Speed of moving text:"), m_descSpeed);
-    descForm->addRow(QStringLiteral("Font:"), m_font);
-    descForm->addRow(QStringLiteral("Text colour:"), m_foreColor);
-    descForm->addRow(m_useBack);
-    descForm->addRow(QStringLiteral("Box colour:"), m_backColor);
-    descForm->addRow(QStringLiteral("Border:"), m_border);
-    descForm->addRow(m_shadow);
-    descForm->addRow(QStringLiteral("Shadow distance:"), m_shadowDistance);
-    descForm->addRow(QStringLiteral("Shadow direction:"), m_shadowDirection);
-    descForm->addRow(QStringLiteral("Shadow colour:"), m_shadowColor);
+    descForm->addRow(m_look);
     m_tabs->addTab(desc, QStringLiteral("Descriptions"));
-    connect(m_font, &QPushButton::clicked, this, [this] {
-        if (const auto font = CurrentPrompts().chooseFont(DescriptionFont(m_look))) {
-            m_look.font = font->family();
-            m_look.size = qint16(std::max(8, font->pointSize()));
-            m_look.style = qint16((font->bold() ? 1 : 0) + (font->italic() ? 2 : 0));
-            showColors();
-        }
-    });
-    auto colour = [this](QPushButton* button, qint32 DescriptionLook::*field) {
-        connect(button, &QPushButton::clicked, this, [this, field] {
-            if (const auto c = CurrentPrompts().chooseColor(FromVbColor(m_look.*field))) {
-                m_look.*field = ToVbColor(*c);
-                showColors();
-            }
-        });
-    };
-    colour(m_foreColor, &DescriptionLook::foreColor);
-    colour(m_backColor, &DescriptionLook::backColor);
-    colour(m_shadowColor, &DescriptionLook::shadowColor);
 
     auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
     buttons->button(QDialogButtonBox::Ok)->setObjectName(QStringLiteral("CmdOK"));
@@ -214,23 +161,7 @@ void frmPlaybackOptions::load(const PlaybackOptions& o)
     m_soundLoop->setChecked(o.soundLoop);
     m_dontRestart->setChecked(o.dontRestart);
     m_showDescription->setChecked(o.showDescription);
-    m_look = o.look;
-    m_location->setCurrentIndex(std::clamp<int>(o.look.location, 0, 21));
-    m_descSpeed->setValue(std::clamp<int>(o.look.speed, 1, 9));
-    m_useBack->setChecked(o.look.useBack != 0);
-    m_border->setCurrentIndex(std::clamp<int>(o.look.border, 0, 2));
-    m_shadow->setChecked(o.look.shadow != 0);
-    m_shadowDistance->setValue(o.look.shadowDistance);
-    m_shadowDirection->setCurrentIndex(std::clamp<int>(o.look.shadowDirection, 0, 3));
-    showColors();
-}
-
-void frmPlaybackOptions::showColors()
-{
-    m_font->setText(QStringLiteral("%1, %2 pt").arg(m_look.font).arg(m_look.size));
-    paintSwatch(m_foreColor, m_look.foreColor);
-    paintSwatch(m_backColor, m_look.backColor);
-    paintSwatch(m_shadowColor, m_look.shadowColor);
+    m_look->setLook(o.look);
 }
 
 PlaybackOptions frmPlaybackOptions::options() const
@@ -257,14 +188,7 @@ PlaybackOptions frmPlaybackOptions::options() const
     o.soundLoop = m_soundLoop->isChecked();
     o.dontRestart = m_dontRestart->isChecked();
     o.showDescription = m_showDescription->isChecked();
-    o.look = m_look;
-    o.look.location = qint16(m_location->currentIndex());
-    o.look.speed = qint16(m_descSpeed->value());
-    o.look.useBack = m_useBack->isChecked() ? 1 : 0;
-    o.look.border = qint16(m_border->currentIndex());
-    o.look.shadow = m_shadow->isChecked() ? 1 : 0;
-    o.look.shadowDistance = qint16(m_shadowDistance->value());
-    o.look.shadowDirection = qint16(m_shadowDirection->currentIndex());
+    o.look = m_look->look();
     return o;
 }
 

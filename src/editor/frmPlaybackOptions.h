@@ -14,6 +14,8 @@ class QTabWidget;
 
 namespace kavori {
 
+class DescriptionLookEditor;
+
 // The playback options of the show in memory, on four pages: playing, transitions, sound and
 // descriptions. OK applies them to the show and keeps them as the user's defaults.
 class frmPlaybackOptions : public QDialog {
@@ -32,7 +34,6 @@ public:
 
 private:
     void load(const PlaybackOptions& o);
-    void showColors();
 
     QTabWidget* m_tabs = nullptr;
     QComboBox* m_interval = nullptr;
@@ -54,18 +55,7 @@ private:
     QCheckBox* m_soundLoop = nullptr;
     QCheckBox* m_dontRestart = nullptr;
     QCheckBox* m_showDescription = nullptr;
-    QComboBox* m_location = nullptr;
-    QSpinBox* m_descSpeed = nullptr;
-    QPushButton* m_font = nullptr;
-    QPushButton* m_foreColor = nullptr;
-    QCheckBox* m_useBack = nullptr;
-    QPushButton* m_backColor = nullptr;
-    QComboBox* m_border = nullptr;
-    QCheckBox* m_shadow = nullptr;
-    QSpinBox* m_shadowDistance = nullptr;
-    QComboBox* m_shadowDirection = nullptr;
-    QPushButton* m_shadowColor = nullptr;
-    DescriptionLook m_look; // font and colours chosen so far
+    DescriptionLookEditor* m_look = nullptr;
 };
 
 } // namespace kavori

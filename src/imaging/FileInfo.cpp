@@ -5,11 +5,32 @@
 #include "platform/AppPaths.h"
 #include "runtime/Format.h"
 #include "runtime/MsgBox.h"
+#include "settings/Settings.h"
 
+#include <QColorSpace>
 #include <QFileInfo>
 #include <QMimeDatabase>
 
 namespace kavori {
+
+namespace {
+
+// The name a colour profile gives itself, or the gamut it spans when it gives none.
+QString profileName(const QColorSpace& space)
+{
+    const QString own = space.description().trimmed();
+    if (!own.isEmpty())
+        return own;
+    if (space.primaries() == QColorSpace::Primaries::DciP3D65)
+        return QStringLiteral("Display P3");
+    if (space.primaries() == QColorSpace::Primaries::SRgb)
+        return QStringLiteral("sRGB");
+    if (space.primaries() == QColorSpace::Primaries::AdobeRgb)
+        return QStringLiteral("Adobe RGB");
+    return QStringLiteral("Unnamed profile");
+}
+
+} // namespace
 
 FileInfoResult FileInformation(const QString& path, bool fromDialog)
 {
@@ -56,6 +77,13 @@ FileInfoResult FileInformation(const QString& path, bool fromDialog)
                         : QStringLiteral("  (Unknown...)");
     }
     r.lines << typeLine;
+    // Today's pictures often carry a wide-gamut profile; it explains colours that differ from
+    // the stored values. With the classic types alone the display stays as it always was.
+    if (type.kind == FileKind::Image && !CurrentSettings().ClassicTypesOnly) {
+        const QColorSpace space = PictureColorSpace(path);
+        if (space.isValid())
+            r.lines << QStringLiteral("Color profile: ") + profileName(space);
+    }
     // The system knows a type when it can name it by more than raw bytes.
     if (QMimeDatabase().mimeTypeForFile(file, QMimeDatabase::MatchExtension).isDefault())
         r.lines << QStringLiteral("(This file type is not registered.)");

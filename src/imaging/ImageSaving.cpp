@@ -2,6 +2,7 @@
 
 #include "PictureLoader.h"
 #include "platform/AppPaths.h"
+#include "platform/SafeFiles.h"
 
 #include <QFile>
 #include <QImageReader>
@@ -26,7 +27,7 @@ bool writeImage(const QImage& image, const QString& path, const char* format, in
         file.cancelWriting();
         return false;
     }
-    return file.commit();
+    return CommitWhole(file);
 }
 } // namespace
 

@@ -1,5 +1,7 @@
 #include "JpegHeader.h"
 
+#include <algorithm>
+
 namespace kavori {
 
 const std::array<uint8_t, 64> kJpegZigzag = {
@@ -181,6 +183,53 @@ std::optional<JpegHeader> ReadJpegHeader(const QByteArray& file)
         pos += length;
     }
     return std::nullopt;
+}
+
+QByteArray ReadJpegIccProfile(const QByteArray& file)
+{
+    const auto* data = reinterpret_cast<const uint8_t*>(file.constData());
+    const qsizetype size = file.size();
+    if (size < 4 || data[0] != 0xFF || data[1] != 0xD8)
+        return {};
+    static const char kSignature[] = "ICC_PROFILE"; // with its closing zero: 12 bytes
+    constexpr int kSignatureBytes = 12;
+    std::vector<QByteArray> pieces;
+    qsizetype pos = 2;
+    while (pos + 4 <= size && data[pos] == 0xFF) {
+        const int marker = data[pos + 1];
+        if (marker == 0xFF) {
+            ++pos; // fill byte
+            continue;
+        }
+        if (marker == 0xDA || marker == 0xD9)
+            break; // the profile comes before the picture's data
+        const int length = (data[pos + 2] << 8) | data[pos + 3];
+        if (length < 2 || pos + 2 + length > size)
+            break;
+        const char* body = reinterpret_cast<const char*>(data + pos + 4);
+        const int bodyBytes = length - 2;
+        if (marker == 0xE2 && bodyBytes > kSignatureBytes + 2 &&
+            std::equal(kSignature, kSignature + kSignatureBytes, body)) {
+            const int number = uint8_t(body[kSignatureBytes]);
+            const int count = uint8_t(body[kSignatureBytes + 1]);
+            if (count == 0 || number == 0 || number > count)
+                return {};
+            if (pieces.empty())
+                pieces.resize(size_t(count));
+            if (size_t(count) != pieces.size() || !pieces[size_t(number - 1)].isNull())
+                return {};
+            pieces[size_t(number - 1)] =
+                QByteArray(body + kSignatureBytes + 2, bodyBytes - kSignatureBytes - 2);
+        }
+        pos += 2 + length;
+    }
+    QByteArray profile;
+    for (const QByteArray& piece : pieces) {
+        if (piece.isNull())
+            return {};
+        profile += piece;
+    }
+    return profile;
 }
 
 } // namespace kavori

@@ -45,6 +45,10 @@ struct JpegHeader {
 // Reads markers up to the first scan. Empty when the file is no JPEG or a marker is damaged.
 std::optional<JpegHeader> ReadJpegHeader(const QByteArray& file);
 
+// The ICC profile carried in the file's APP2 "ICC_PROFILE" segments, joined in their order;
+// empty when there is none or a piece is missing.
+QByteArray ReadJpegIccProfile(const QByteArray& file);
+
 // The zigzag order of coefficients: zigzag position -> natural position.
 extern const std::array<uint8_t, 64> kJpegZigzag;
 

@@ -39,15 +39,35 @@ bool looksLikeWmf(const QByteArray& data)
     return (type == 1 || type == 2) && headerWords == 9;
 }
 
-// An EMF starts with record type 1 and has " EMF" at byte 40.
+// An EMF starts with record type 1 and has " EMF" at byte 40. The converter trusts the sizes
+// and offsets it reads, so the file is handed over only when they hold: the header's
+// description lies inside the header, and every record up to the end-of-file record is at
+// least 8 bytes, a whole number of 4-byte units, and inside the file.
 bool looksLikeEmf(const QByteArray& data)
 {
     if (data.size() < 88)
         return false;
     const auto* p = reinterpret_cast<const uchar*>(data.constData());
-    const quint32 size = qFromLittleEndian<quint32>(p + 4);
-    return qFromLittleEndian<quint32>(p) == 1 && data.mid(40, 4) == " EMF" && size >= 88 &&
-           size <= quint32(data.size());
+    const quint64 headerSize = qFromLittleEndian<quint32>(p + 4);
+    if (qFromLittleEndian<quint32>(p) != 1 || data.mid(40, 4) != " EMF" || headerSize < 88 ||
+        headerSize > quint64(data.size()))
+        return false;
+    const quint64 descriptionChars = qFromLittleEndian<quint32>(p + 60);
+    const quint64 descriptionOffset = qFromLittleEndian<quint32>(p + 64);
+    if (descriptionChars > 0 &&
+        (descriptionOffset < 88 || descriptionOffset + descriptionChars * 2 > headerSize))
+        return false;
+    constexpr quint32 kEndOfFile = 14;
+    for (quint64 at = 0; at + 8 <= quint64(data.size());) {
+        const quint32 type = qFromLittleEndian<quint32>(p + at);
+        const quint64 size = qFromLittleEndian<quint32>(p + at + 4);
+        if (size < 8 || size % 4 != 0 || at + size > quint64(data.size()))
+            return false;
+        if (type == kEndOfFile)
+            return true;
+        at += size;
+    }
+    return false;
 }
 
 // Screen pixels per inch, and an EMF frame's hundredths of a millimetre per inch.
@@ -111,6 +131,14 @@ QByteArray WmfToSvg(const QByteArray& wmf)
         return {};
     }
     QByteArray copy = wmf; // the library reads through a non-const pointer
+    // The converter allocates its record buffer from the header's largest-record field before
+    // reading a record, so a damaged field could take gigabytes: no record is larger than the
+    // file that holds it.
+    uchar* header = reinterpret_cast<uchar*>(copy.data()) +
+                    (qFromLittleEndian<quint32>(copy.constData()) == 0x9AC6CDD7u ? 22 : 0);
+    const quint32 largestRecordWords = quint32(copy.size() / 2);
+    if (qFromLittleEndian<quint32>(header + 12) > largestRecordWords)
+        qToLittleEndian<quint32>(largestRecordWords, header + 12);
     QByteArray svg;
     wmfD_Rect box;
     if (wmf_mem_open(api, reinterpret_cast<unsigned char*>(copy.data()), long(copy.size())) ==

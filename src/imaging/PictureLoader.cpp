@@ -1,14 +1,20 @@
 #include "PictureLoader.h"
 
+#include "ExifOrientation.h"
+#include "FullJpeg.h"
 #include "ImageTypes.h"
+#include "JpegHeader.h"
 #include "Metafile.h"
 #include "PcxDecoder.h"
 #include "ScaledJpeg.h"
 #include "TgaDecoder.h"
 #include "formats/BmpDecoder.h"
 #include "formats/IconDecoder.h"
+#include "formats/PictureReader.h"
+#include "runtime/ScratchMemory.h"
 
 #include <QBuffer>
+#include <QColorSpace>
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
@@ -54,6 +60,12 @@ QImage oriented(QImage image, QImageIOHandler::Transformations turn)
     return image;
 }
 
+QColorSpace jpegColorSpace(const QByteArray& file)
+{
+    const QByteArray icc = ReadJpegIccProfile(file);
+    return icc.isEmpty() ? QColorSpace() : QColorSpace::fromIccProfile(icc);
+}
+
 // A JPEG decoded on all cores straight to the size that fits the target, when that is at most
 // half its own; null when it needs the full decode or the usual reader.
 QImage decodeJpegForTarget(const QString& path, QImageReader& reader, const QSize& size,
@@ -63,9 +75,24 @@ QImage decodeJpegForTarget(const QString& path, QImageReader& reader, const QSiz
     const bool quarterTurn = turn & QImageIOHandler::TransformationRotate90;
     const QSize shown = quarterTurn ? size.transposed() : size;
     const QSize wanted = shown.scaled(target, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
-    const QImage image =
-        DecodeJpegAtSize(readAll(path), quarterTurn ? wanted.transposed() : wanted);
-    return image.isNull() ? image : oriented(image, turn);
+    const QByteArray file = readAll(path);
+    QImage image = DecodeJpegAtSize(file, quarterTurn ? wanted.transposed() : wanted);
+    if (image.isNull())
+        return image;
+    // Our decoder leaves the colours as stored; the profile says what they mean.
+    image.setColorSpace(jpegColorSpace(file));
+    return oriented(image, turn);
+}
+
+// A baseline JPEG at its full size on all cores; null when it needs the usual reader.
+QImage decodeFullJpeg(const QString& path, QImageReader& reader)
+{
+    const QByteArray file = readAll(path);
+    QImage image = DecodeFullJpeg(file);
+    if (image.isNull())
+        return image;
+    image.setColorSpace(jpegColorSpace(file));
+    return oriented(image, reader.transformation());
 }
 
 bool isBitmapName(const QString& upper)
@@ -86,11 +113,76 @@ QImage readMisnamed(QByteArray data)
     return reader.read();
 }
 
-QSize orientedSize(QImageReader& reader)
+// The turn a picture read by Qt's readers needs: the reader's own, or for the types whose
+// readers ignore EXIF (PNG, WebP) the one we read from the file.
+QImageIOHandler::Transformations turnOf(const QString& path, QImageReader& reader)
+{
+    const QImageIOHandler::Transformations own = reader.transformation();
+    if (own != QImageIOHandler::TransformationNone)
+        return own;
+    return ExifTransformation(FileExifOrientation(path));
+}
+
+QSize orientedSize(QImageReader& reader, QImageIOHandler::Transformations turn)
 {
     const QSize size = reader.size();
-    return reader.transformation() & QImageIOHandler::TransformationRotate90 ? size.transposed()
-                                                                             : size;
+    return turn & QImageIOHandler::TransformationRotate90 ? size.transposed() : size;
+}
+
+// Pictures with a profile of their own are shown in sRGB, the colour space screens assume.
+QImage inScreenColours(QImage image)
+{
+    const QColorSpace space = image.colorSpace();
+    if (image.isNull() || !space.isValid() || space == QColorSpace::SRgb)
+        return image;
+    if (image.format() == QImage::Format_Indexed8 || image.format() == QImage::Format_Grayscale8 ||
+        image.format() == QImage::Format_Grayscale16 || image.format() == QImage::Format_Mono ||
+        image.format() == QImage::Format_MonoLSB)
+        image = image.convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32
+                                                              : QImage::Format_RGB32);
+    image.convertToColorSpace(QColorSpace::SRgb);
+    return image;
+}
+
+// A full-size picture read into the picture stock, where its pages are already mapped, by the
+// readers known to write every pixel of the picture they are given (JPEG, PNG); the reader
+// makes its own when the size or format it needs differs.
+QImage readIntoStock(QImageReader& reader)
+{
+    const QByteArray format = reader.format();
+    if (reader.scaledSize().isValid() || (format != "jpeg" && format != "png"))
+        return reader.read();
+    QImage image = ScratchImage(reader.size(), reader.imageFormat());
+    if (image.isNull())
+        return reader.read();
+    if (!reader.read(&image))
+        return {};
+    return image;
+}
+
+// Today's types through Qt's plug-ins: PNG, TIFF (its first page) and WebP (its first frame;
+// its decoder scales while decoding).
+QImage readWithQt(const QString& path, const QSize& target)
+{
+    QImageReader reader(path);
+    reader.setAutoTransform(true);
+    const QImageIOHandler::Transformations turn = turnOf(path, reader);
+    const bool turnedByReader = reader.transformation() != QImageIOHandler::TransformationNone;
+    const QSize size = reader.size();
+    if (size.isValid() && !fitsIn(orientedSize(reader, turn), target) &&
+        reader.format() == "webp" && reader.supportsOption(QImageIOHandler::ScaledSize)) {
+        const QSize stored =
+            turn & QImageIOHandler::TransformationRotate90 ? target.transposed() : target;
+        reader.setScaledSize(size.scaled(stored, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
+    }
+    const QImage image = readIntoStock(reader);
+    if (turnedByReader)
+        return FitDecoded(image, target);
+    // Scaled before turning, so the turn moves the fewest pixels.
+    return oriented(FitDecoded(image, turn & QImageIOHandler::TransformationRotate90
+                                          ? target.transposed()
+                                          : target),
+                    turn);
 }
 
 void raiseAllocationLimit()
@@ -103,9 +195,7 @@ void raiseAllocationLimit()
     Q_UNUSED(once);
 }
 
-} // namespace
-
-QImage LoadPicture(const QString& path, const QSize& target)
+QImage loadPicture(const QString& path, const QSize& target)
 {
     if (!IsImageFile(path) || !QFileInfo(path).isFile())
         return {};
@@ -127,6 +217,10 @@ QImage LoadPicture(const QString& path, const QSize& target)
             return shrinkToFit(DecodeBmp(data, target), target);
         return shrinkToFit(readMisnamed(data), target);
     }
+    if (const PictureReader* own = PictureReaderFor(path))
+        return own->read(readAll(path), target);
+    if (IsModernImageFile(path))
+        return readWithQt(path, target);
 
     QImageReader reader(path);
     reader.setAutoTransform(true);
@@ -139,8 +233,19 @@ QImage LoadPicture(const QString& path, const QSize& target)
         if (!decoded.isNull())
             return decoded;
         reader.setScaledSize(size.scaled(target, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
+    } else if (reader.format() == "jpeg") {
+        const QImage decoded = decodeFullJpeg(path, reader);
+        if (!decoded.isNull())
+            return decoded;
     }
-    return shrinkToFit(reader.read(), target);
+    return shrinkToFit(readIntoStock(reader), target);
+}
+
+} // namespace
+
+QImage LoadPicture(const QString& path, const QSize& target)
+{
+    return inScreenColours(loadPicture(path, target));
 }
 
 QSize PictureSize(const QString& path)
@@ -164,13 +269,32 @@ QSize PictureSize(const QString& path)
             QBuffer buffer(&data);
             QImageReader reader(&buffer);
             if (reader.format() != "bmp")
-                size = orientedSize(reader);
+                size = orientedSize(reader, reader.transformation());
         }
+    } else if (const PictureReader* own = PictureReaderFor(path)) {
+        size = own->readHeader(readAll(path)).size;
     } else {
         QImageReader reader(path);
-        size = orientedSize(reader);
+        size = orientedSize(reader, turnOf(path, reader));
     }
     return size.isValid() && !size.isEmpty() ? size : QSize();
+}
+
+QColorSpace PictureColorSpace(const QString& path)
+{
+    if (!IsImageFile(path) || !QFileInfo(path).isFile())
+        return {};
+    if (const PictureReader* own = PictureReaderFor(path))
+        return own->readHeader(readAll(path)).colorSpace;
+    const QString upper = path.toUpper();
+    if (upper.endsWith(QLatin1String(".WMF")) || upper.endsWith(QLatin1String(".EMF")) ||
+        upper.endsWith(QLatin1String(".ICO")) || upper.endsWith(QLatin1String(".CUR")) ||
+        isBitmapName(upper))
+        return {};
+    QImageReader reader(path);
+    if (reader.format() == "jpeg")
+        return jpegColorSpace(readAll(path));
+    return reader.read().colorSpace();
 }
 
 QImage ImportPicture(const QString& path)

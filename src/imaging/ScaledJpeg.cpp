@@ -4,6 +4,7 @@
 #include "JpegScan.h"
 #include "PlaneScaling.h"
 #include "runtime/ParallelRun.h"
+#include "runtime/ScratchMemory.h"
 
 #include <algorithm>
 #include <array>
@@ -232,7 +233,7 @@ QImage render(const std::vector<SamplePlane>& planes, const QSize& decoded, cons
 {
     const bool grey = planes.size() == 1;
     const int channels = grey ? 1 : 3;
-    QImage image(size, grey ? QImage::Format_Grayscale8 : QImage::Format_RGB32);
+    QImage image = ScratchImage(size, grey ? QImage::Format_Grayscale8 : QImage::Format_RGB32);
     if (image.isNull())
         return {};
     const ScaleTaps across(decoded.width(), size.width(), decoded.width());

@@ -1,5 +1,7 @@
 #include "AppPaths.h"
 
+#include "SafeFiles.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -29,6 +31,17 @@ QString AppPath()
            QStringLiteral("Kavori/");
 }
 
+namespace {
+bool sameBytes(const QString& a, const QString& b)
+{
+    QFile x(a);
+    QFile y(b);
+    if (x.size() != y.size() || !x.open(QIODevice::ReadOnly) || !y.open(QIODevice::ReadOnly))
+        return false;
+    return x.readAll() == y.readAll();
+}
+} // namespace
+
 bool EnsureAppHome()
 {
     const QString home = AppPath();
@@ -44,8 +57,12 @@ bool EnsureAppHome()
         const QString source = it.next();
         const QString relative = source.mid(QStringLiteral(":/home/").size());
         const QString target = PathNoCase(home, relative);
-        if (QFileInfo::exists(target))
+        if (QFileInfo::exists(target)) {
+            // The manual is the program's own, not the user's: a newer program brings its pages.
+            if (relative.startsWith(QStringLiteral("Help/")) && !sameBytes(source, target))
+                CopyFileOver(source, target);
             continue;
+        }
         dir.mkpath(QFileInfo(target).absolutePath());
         if (QFile::copy(source, target))
             QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup |
@@ -125,6 +142,13 @@ QString PathNoCase(const QString& folder, const QString& relative)
 } // namespace kavori
 
 namespace kavori {
+
+QString ShortPathName(const QString& path)
+{
+    if (path.isEmpty())
+        return {};
+    return QFileInfo(path).canonicalFilePath();
+}
 
 QString FullPathNoCase(const QString& path)
 {

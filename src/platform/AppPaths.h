@@ -34,6 +34,11 @@ QString FileNameOf(const QString& path);
 // True when the path ends in the extension (".JPEG", ".KAV", ...) compared without case.
 bool HasExtension(const QString& path, const QString& extension);
 
+// The system's short form of an existing file's path, empty when the file does not exist. This
+// system has no 8.3 names: the short form is the canonical path (links resolved, "." and ".."
+// gone), which names the file as uniquely and survives being stored in a configuration file.
+QString ShortPathName(const QString& path);
+
 // The names the program owns ("Slides", "SLIDES", "Bonus/Textures") are found without regard
 // to case: each part of relative is matched against what exists under folder. Parts that do
 // not exist are appended as given.

@@ -1,13 +1,13 @@
 #include "RecentDocuments.h"
 
 #include "AppPaths.h"
+#include "platform/SafeFiles.h"
 
 #include <QDateTime>
 #include <QDir>
 #include <QDomDocument>
 #include <QFile>
 #include <QMimeDatabase>
-#include <QSaveFile>
 #include <QStandardPaths>
 #include <QUrl>
 
@@ -102,11 +102,7 @@ bool AddToRecentDocuments(const QString& path)
     app.setAttribute(QStringLiteral("count"), app.attribute(QStringLiteral("count")).toInt() + 1);
 
     QDir().mkpath(FolderOf(file));
-    QSaveFile out(file);
-    if (!out.open(QIODevice::WriteOnly))
-        return false;
-    out.write(doc.toByteArray(2));
-    return out.commit();
+    return WriteFileWhole(file, doc.toByteArray(2), false);
 }
 
 } // namespace kavori

@@ -1,13 +1,17 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace kavori {
 
 // What the entry routine learns once at start and everything else reads. It lives below every
 // subsystem so that documents and playback can read it without knowing the entry routine.
 struct StartupState {
-    QString CommandLine;   // the working command line, rewritten as prefixes are stripped
+    QString CommandLine; // the working command line, rewritten as prefixes are stripped
+    // Several pictures named on the command line: the first opens, and the window steps
+    // through them in this order instead of through the first one's folder.
+    QStringList CommandLineFiles;
     QString EditFile;      // slide show to open in the editor once the main window is up
     QString FullFile;      // image to show full screen
     qint64 LoadStart = -1; // tick count at start when "LOADTIME" was given
@@ -21,6 +25,7 @@ struct StartupState {
     bool IsOldNT = false;               // a Windows NT before version 4: never true here
     bool ScreenSaveUsePassword = false; // the system's locker owns the password on Linux
     bool ShowDisplayProperties = false; // the user asked to adjust the display after start
+    quintptr SaverWindow = 0;           // the window the system's saver gave us to play in
 };
 
 StartupState& CurrentStartup();

@@ -7,7 +7,9 @@
 #include <QFontMetrics>
 #include <QFrame>
 #include <QLabel>
+#include <QPainter>
 #include <QWidget>
+#include <qdrawutil.h>
 
 #include <algorithm>
 
@@ -60,6 +62,48 @@ QFont DescriptionFont(const DescriptionLook& look)
     return font;
 }
 
+QSize DescriptionTextSize(const QString& text, const DescriptionLook& look, int screenWidth)
+{
+    const int widest = std::max(1, screenWidth * 4 / 5);
+    const QRect needed =
+        QFontMetrics(DescriptionFont(look))
+            .boundingRect(QRect(0, 0, widest, 100000), Qt::AlignCenter | Qt::TextWordWrap, text);
+    return needed.size() + QSize(4, 2);
+}
+
+void PaintDescription(QPainter& painter, const QString& text, const DescriptionLook& look,
+                      const QPoint& at, const QSize& textSize)
+{
+    if (text.isEmpty())
+        return;
+    painter.save();
+    const QRect textRect(at, textSize);
+    const QRect box = textRect.adjusted(-kPadding, -kPadding, kPadding, kPadding);
+    const QColor fore = FromVbColor(look.foreColor);
+    if (look.useBack != 0)
+        painter.fillRect(box, FromVbColor(look.backColor));
+    if (look.border == 1) {
+        painter.setPen(QPen(fore, 1));
+        painter.setBrush(Qt::NoBrush);
+        painter.drawRect(box.adjusted(0, 0, -1, -1));
+    } else if (look.border == 2) {
+        QPalette palette;
+        palette.setColor(QPalette::Window, FromVbColor(look.backColor));
+        qDrawShadePanel(&painter, box, palette, false, 3);
+    }
+    painter.setFont(DescriptionFont(look));
+    const int flags = Qt::AlignCenter | Qt::TextWordWrap;
+    if (look.shadow != 0) {
+        const QPoint offset = ShadowOffset(look.shadowDirection, look.shadowDistance);
+        painter.setPen(FromVbColor(look.shadowColor));
+        painter.drawText(textRect.translated(TwipsToPixels(offset.x()), TwipsToPixels(offset.y())),
+                         flags, text);
+    }
+    painter.setPen(fore);
+    painter.drawText(textRect, flags, text);
+    painter.restore();
+}
+
 DescriptionLabels::DescriptionLabels(QWidget* form) : m_form(form)
 {
     // Created from the bottom up, so the text lies on top.
@@ -96,11 +140,8 @@ void DescriptionLabels::show(const QString& text, const DescriptionLook& look)
     palette.setColor(QPalette::WindowText, frameColor);
     m_border->setPalette(palette);
 
-    // Long texts wrap at four fifths of the screen's width; the label is as big as its text.
-    const int widest = std::max(1, m_form->width() * 4 / 5);
-    const QRect needed = QFontMetrics(font).boundingRect(QRect(0, 0, widest, 100000),
-                                                         Qt::AlignCenter | Qt::TextWordWrap, text);
-    const QSize size = needed.size() + QSize(4, 2);
+    // The label is as big as its text.
+    const QSize size = DescriptionTextSize(text, look, m_form->width());
     m_text->resize(size);
     m_shadow->resize(size);
     m_motion = std::make_unique<DescriptionMotion>(look.location, look.speed,

@@ -10,6 +10,7 @@
 
 class QFont;
 class QFrame;
+class QPainter;
 class QLabel;
 class QWidget;
 
@@ -50,5 +51,15 @@ private:
 // The font of a look: its name, size and style code (0 regular, 1 bold, 2 italic,
 // 3 bold italic).
 QFont DescriptionFont(const DescriptionLook& look);
+
+// The size of a description's text box on a screen of this width: long texts wrap at four
+// fifths of it.
+QSize DescriptionTextSize(const QString& text, const DescriptionLook& look, int screenWidth);
+
+// Draws a description as the label stack shows it, its text box's top left at at (pixels):
+// the background box, the plain or raised frame, the drop shadow, then the text. For pictures
+// made without a window (the video export).
+void PaintDescription(QPainter& painter, const QString& text, const DescriptionLook& look,
+                      const QPoint& at, const QSize& textSize);
 
 } // namespace kavori

@@ -12,11 +12,13 @@
 #include "player/SlideLayout.h"
 #include "player/SlideOrder.h"
 #include "runtime/MsgBox.h"
+#include "runtime/ScratchMemory.h"
 #include "settings/Settings.h"
 #include "settings/SettingsCatalogue.h"
 #include "slideshow/DescriptionFile.h"
 #include "slideshow/SlideList.h"
 #include "slideshow/SlideShow.h"
+#include "systemsaver/SystemSaver.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -30,6 +32,7 @@
 #include <QStyle>
 #include <QTimer>
 #include <QToolBar>
+#include <QWindow>
 
 #include <utility>
 
@@ -95,6 +98,8 @@ FullViewFrm::~FullViewFrm()
 {
     if (m_playing)
         m_media->stopAll();
+    if (m_saverHeld)
+        CurrentSystemSaver().RestoreSaver(m_savedSaver);
 }
 
 void FullViewFrm::setImage(const QImage& image)
@@ -175,7 +180,7 @@ void FullViewFrm::resizeEvent(QResizeEvent* event)
     if (m_playing && !m_loading) {
         // The next slides are read for the new size; the one shown keeps its pixels.
         m_decoder.setScreen(screenPixels());
-        QImage screen(screenPixels(), QImage::Format_RGB32);
+        QImage screen = ScratchImage(screenPixels(), QImage::Format_RGB32);
         screen.fill(Qt::black);
         if (!m_screen.isNull()) {
             QPainter painter(&screen);
@@ -212,7 +217,7 @@ void FullViewFrm::PlayShow(const PlayerStart& start)
     m_nextRandom = -1;
     m_firstTarget = start.firstSlide > 0 ? start.firstSlide : -1;
     m_decoder.setScreen(screenPixels());
-    m_screen = QImage(screenPixels(), QImage::Format_RGB32);
+    m_screen = ScratchImage(screenPixels(), QImage::Format_RGB32);
     m_screen.fill(Qt::black);
     Transitions().TransitionStop = false;
     Transitions().TransitionSkip = false;
@@ -220,6 +225,11 @@ void FullViewFrm::PlayShow(const PlayerStart& start)
     if (start.screenSaver) {
         m_mouseStart = QCursor::pos();
         m_timerMouse->start();
+    } else if (CurrentSettings().DisableScreenSaver && !m_saverHeld &&
+               CurrentSystemSaver().SaverActive()) {
+        m_savedSaver = CurrentSystemSaver().CurrentSaverValue();
+        CurrentSystemSaver().DisableSaver();
+        m_saverHeld = true;
     }
     readAhead();
     m_media->startShowSound();
@@ -229,7 +239,17 @@ void FullViewFrm::PlayShow(const PlayerStart& start)
 int FullViewFrm::PlaySlideShowModal(const PlayerStart& start, QWidget* parent)
 {
     FullViewFrm player(parent);
-    player.setWindowState(Qt::WindowFullScreen);
+    QWindow* host = start.hostWindow ? QWindow::fromWinId(WId(start.hostWindow)) : nullptr;
+    if (host) {
+        // Inside the saver's own window, filling it; the saver ends us when it is done.
+        player.setWindowFlags(Qt::FramelessWindowHint);
+        player.winId();
+        player.windowHandle()->setParent(host);
+        const QSize size = host->size().isEmpty() ? player.screen()->size() : host->size();
+        player.setGeometry(QRect(QPoint(0, 0), size));
+    } else {
+        player.setWindowState(Qt::WindowFullScreen);
+    }
     player.PlayShow(start);
     player.exec();
     return 0;
@@ -310,7 +330,7 @@ void FullViewFrm::showSlide(int target)
         m_texture = LoadPicture(m_texturePath);
     }
     if (m_compose.size() != m_screen.size()) {
-        m_compose = QImage(m_screen.size(), QImage::Format_RGB32);
+        m_compose = ScratchImage(m_screen.size(), QImage::Format_RGB32);
     }
     const QRect rect = SlidePictureRect(picture.size(), m_compose.size(), slide);
     ComposeSlide(m_compose, picture, rect, slide,
@@ -333,7 +353,7 @@ void FullViewFrm::showSlide(int target)
         m_media->PlayMovie(slide.SlideFile, placement); // a failure has said so; the show goes on
         if (m_ended)
             return;
-    } else if (s.AnimateGIF89 && IsAnimatedGif(slide.SlideFile))
+    } else if (s.AnimateGIF89 && IsAnimatedPicture(slide.SlideFile))
         startAnimation(slide.SlideFile, QRectF(QRectF(rect).topLeft() / devicePixelRatioF(),
                                                QRectF(rect).size() / devicePixelRatioF())
                                             .toRect());
@@ -685,6 +705,8 @@ void FullViewFrm::endShow()
     stopAnimation();
     m_descriptions->hide();
     m_media->stopAll();
+    if (std::exchange(m_saverHeld, false))
+        CurrentSystemSaver().RestoreSaver(m_savedSaver);
     done(0);
 }
 

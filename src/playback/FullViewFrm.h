@@ -26,6 +26,7 @@ struct PlayerStart {
     bool screenSaver = false; // ends on a key or mouse movement, never by itself
     int firstSlide = 0;
     bool pauseAllowed = true;
+    quintptr hostWindow = 0; // a window of another program to play inside (the system's saver)
 };
 
 // The full-screen window. It plays the slide show in memory (each slide with its transition,
@@ -115,8 +116,11 @@ private:
 
     bool m_playing = false;
     PlayerStart m_start;
+    // The system saver's setting taken away while the show plays, given back at its end.
+    bool m_saverHeld = false;
+    QString m_savedSaver;
     int m_index = -1;
-    int m_nextRandom = -1; // the random pick of the next tick, read ahead
+    int m_nextRandom = -1;  // the random pick of the next tick, read ahead
     int m_firstTarget = -1; // the slide the show was asked to start at
     bool m_loading = false;
     bool m_paused = false;

@@ -2,6 +2,7 @@
 
 #include "FullViewFrm.h"
 #include "platform/AppPaths.h"
+#include "runtime/Commands.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Prompts.h"
 #include "settings/Settings.h"
@@ -57,23 +58,21 @@ void PlaySlideShowFile(const QString& path, QWidget* parent)
     FullViewFrm::PlaySlideShowModal({}, parent);
 }
 
+QString SlideShowFolder()
+{
+    const Settings& s = CurrentSettings();
+    return s.FavoriteFolder.isEmpty() ? PathNoCase(AppPath(), QStringLiteral("Slides"))
+                                      : s.FavoriteFolder;
+}
+
 void ConnectPlaybackCommands(QWidget* window)
 {
     auto handle = [window](const char* name, auto&& slot) {
-        auto* action = window->findChild<QAction*>(QString::fromLatin1(name));
-        if (!action)
-            return;
-        action->setEnabled(true);
-        QObject::connect(action, &QAction::triggered, window, slot);
+        EnableCommand(window, name, std::forward<decltype(slot)>(slot));
     };
     handle("mnuOpenSlideShow", [window] {
-        const Settings& s = CurrentSettings();
-        const QString folder = s.FavoriteFolder.isEmpty()
-                                   ? PathNoCase(AppPath(), QStringLiteral("Slides"))
-                                   : s.FavoriteFolder;
-        const QString path = CurrentPrompts().openFile(
-            QStringLiteral("Open Slide Show"), folder,
-            QStringLiteral("Kavori Slide Shows (*.kav *.KAV *.Kav);;All files (*)"));
+        const QString path = CurrentPrompts().openFile(QStringLiteral("Open Slide Show"),
+                                                       SlideShowFolder(), SlideShowFilter());
         if (!path.isEmpty())
             PlaySlideShowFile(path, window);
     });

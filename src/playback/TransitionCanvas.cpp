@@ -1,5 +1,7 @@
 #include "TransitionCanvas.h"
 
+#include "runtime/ScratchMemory.h"
+
 #include <QPainter>
 
 #include <cstring>
@@ -17,8 +19,10 @@ PaintingCanvas::PaintingCanvas(QImage source, QImage destination)
     if (m_source.format() != QImage::Format_RGB32)
         m_source = m_source.convertToFormat(QImage::Format_RGB32);
     // The picture on the screen usually shares its pixels with ours; making our own copy now
-    // keeps that (33 MB at 3840 x 2160) out of the effect's first frame.
-    m_destination.detach();
+    // keeps that (33 MB at 3840 x 2160) out of the effect's first frame, and making it in the
+    // picture stock keeps it from paying for fresh pages.
+    if (!m_destination.isDetached())
+        m_destination = ScratchCopy(m_destination, QImage::Format_RGB32);
 }
 
 void PaintingCanvas::copy(const QRect& rect)

@@ -57,30 +57,36 @@ void ListInput::endField()
 
 QString ListInput::next()
 {
+    return nextView().toString();
+}
+
+QStringView ListInput::nextView()
+{
     skipBlanks();
     if (m_pos >= m_text.size())
         return {};
 
-    if (m_text[m_pos] == u'"') {
+    const QStringView text(m_text);
+    if (text[m_pos] == u'"') {
         const qsizetype start = m_pos + 1;
         qsizetype close = m_text.indexOf(u'"', start);
         if (close < 0)
             close = m_text.size();
-        QString field = m_text.mid(start, close - start);
+        const QStringView field = text.mid(start, close - start);
         m_pos = qMin(close + 1, m_text.size());
-        while (m_pos < m_text.size() && m_text[m_pos] != u',' && !isBreak(m_text[m_pos]))
+        while (m_pos < m_text.size() && text[m_pos] != u',' && !isBreak(text[m_pos]))
             ++m_pos;
         endField();
         return field;
     }
 
     const qsizetype start = m_pos;
-    while (m_pos < m_text.size() && m_text[m_pos] != u',' && !isBreak(m_text[m_pos]))
+    while (m_pos < m_text.size() && text[m_pos] != u',' && !isBreak(text[m_pos]))
         ++m_pos;
     qsizetype end = m_pos;
-    while (end > start && (m_text[end - 1] == u' ' || m_text[end - 1] == u'\t'))
+    while (end > start && (text[end - 1] == u' ' || text[end - 1] == u'\t'))
         --end;
-    QString field = m_text.mid(start, end - start);
+    const QStringView field = text.mid(start, end - start);
     endField();
     return field;
 }

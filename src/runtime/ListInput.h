@@ -23,6 +23,9 @@ public:
 
     bool atEnd() const { return m_pos >= m_text.size(); }
     QString next();
+    // The same field as a view into the text read (valid while the reader lives), for fields
+    // that are parsed rather than kept.
+    QStringView nextView();
     QString nextLine();
 
 private:

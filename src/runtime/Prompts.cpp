@@ -96,7 +96,7 @@ public:
             box.exec();
             QAbstractButton* clicked = box.clickedButton();
             if (help && clicked == help) {
-                ShowHelp();
+                ShowHelp(MessageHelpTopic::current());
                 continue;
             }
             for (const Choice& c : choices) {
@@ -125,6 +125,12 @@ public:
     QString openFile(const QString& title, const QString& folder, const QString& filter) override
     {
         return QFileDialog::getOpenFileName(dialogParent(), title, folder, filter);
+    }
+
+    QStringList openFiles(const QString& title, const QString& folder,
+                          const QString& filter) override
+    {
+        return QFileDialog::getOpenFileNames(dialogParent(), title, folder, filter);
     }
 
     QString saveFile(const QString& title, const QString& path, const QString& filter) override

@@ -24,6 +24,13 @@ public:
     // Filters are in Qt's form: "Images (*.bmp *.jpg);;All files (*)". Empty when cancelled.
     virtual QString openFile(const QString& title, const QString& folder,
                              const QString& filter) = 0;
+    // Several files at once; the default asks for one. Empty when cancelled.
+    virtual QStringList openFiles(const QString& title, const QString& folder,
+                                  const QString& filter)
+    {
+        const QString one = openFile(title, folder, filter);
+        return one.isEmpty() ? QStringList() : QStringList{one};
+    }
     virtual QString saveFile(const QString& title, const QString& path, const QString& filter) = 0;
     virtual QString chooseFolder(const QString& title, const QString& folder) = 0;
     // One entry of a list; no value when cancelled.

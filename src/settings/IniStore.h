@@ -29,6 +29,14 @@ void SetIniValue(const QString& section, const QString& key, const QString& valu
 bool SaveIniFile(const QString& path);
 void ClearIni();
 
+// Sets one key in a file the program does not own (SYSTEM.INI), by the system's profile-string
+// rules rather than the store's: the section and key are found without regard to case, every
+// other line stays byte for byte, a missing key is added after its section's last line and a
+// missing section at the end of the file. The store itself is not touched. The file is
+// replaced whole or not at all; false when it cannot be written.
+bool WriteProfileString(const QString& path, const QString& section, const QString& key,
+                        const QString& value);
+
 // What the store holds, for tests and diagnostics.
 const QStringList& IniLines();
 int IniLineCount();

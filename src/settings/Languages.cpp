@@ -1,13 +1,13 @@
 #include "Languages.h"
 
 #include "platform/AppPaths.h"
+#include "platform/SafeFiles.h"
 #include "runtime/ListInput.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Numbers.h"
 #include "runtime/TextCodec.h"
 
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace kavori {
 
@@ -62,12 +62,7 @@ void SaveLanguages()
                 vbInformation);
         }
     }
-    QSaveFile file(LanguageFilePath());
-    file.setDirectWriteFallback(true);
-    if (file.open(QIODevice::WriteOnly)) {
-        file.write(bytes);
-        file.commit();
-    }
+    WriteFileWhole(LanguageFilePath(), bytes, true);
 }
 
 } // namespace kavori

@@ -19,6 +19,16 @@ QString PackageSection()
     return QStringLiteral("Package");
 }
 
+QString ExtrasSection()
+{
+    return QStringLiteral("Extras");
+}
+
+QString ExportSection()
+{
+    return QStringLiteral("Export");
+}
+
 Settings& CurrentSettings()
 {
     static Settings settings;

@@ -6,10 +6,10 @@
 
 namespace kavori {
 
-// Every user preference of KAVORI.INI, one field per key of sections "Viewer" and "Package",
-// named as the key. The initial values are the defaults of a missing key; the loader and the
-// group writers live beside this header. Lists hold their numbered keys in order
-// (Recent[0] is key Recent1).
+// Every user preference of KAVORI.INI, one field per key of sections "Viewer", "Package" and
+// "Extras", named as the key. The initial values are the defaults of a missing key; the loader and
+// the group writers live beside this header. Lists hold their numbered keys in order (Recent[0] is
+// key Recent1).
 struct Settings {
     // Section "Viewer"
     bool Color256Msg = true;
@@ -158,12 +158,24 @@ struct Settings {
     bool PackageDefaultSaver = true;
     bool PackageShortcut = false;
     bool PackageAutorun = false;
+
+    // Section "Extras": what the program offers beyond its classic behaviour
+    bool ClassicTypesOnly = false; // open only the twelve classic picture types
+
+    // Section "Export": the video export's last choices.
+    qint16 ExportFormat = 0;     // 0 MP4, 1 WebM
+    qint16 ExportSize = 1;       // 0 720p, 1 1080p, 2 4K
+    qint16 ExportFrameRate = 30; // 25, 30 or 60
+    qint32 ExportSeed = 1;       // the seed of random order and transitions in the video
+    QString ExportFile;          // the last video file made
 };
 
-// The settings file, "KAVORI.INI" in the program's folder, and its two sections.
+// The settings file, "KAVORI.INI" in the program's folder, and its sections.
 QString SettingsFilePath();
 QString ViewerSection();
 QString PackageSection();
+QString ExtrasSection();
+QString ExportSection();
 
 // The one settings object of the process.
 Settings& CurrentSettings();

@@ -346,6 +346,18 @@ Catalogue buildCatalogue()
     c.flag("PackageDefaultSaver", &S::PackageDefaultSaver, true);
     c.flag("PackageShortcut", &S::PackageShortcut, false);
     c.flag("PackageAutorun", &S::PackageAutorun, false);
+
+    // Keys of our own live apart, so the classic sections stay as they always were.
+    c.section = ExtrasSection();
+    c.flag("ClassicTypesOnly", &S::ClassicTypesOnly, false);
+
+    c.section = ExportSection();
+    c.choice("ExportFormat", &S::ExportFormat, 0, 1);
+    c.choice("ExportSize", &S::ExportSize, 0, 2, 1);
+    c.number("ExportFrameRate", &S::ExportFrameRate, 30,
+             [](qint16 v) { return v == 25 || v == 30 || v == 60 ? v : qint16(30); });
+    c.number32("ExportSeed", &S::ExportSeed, 1, fallback<qint32>(0, INT_MAX, 1));
+    c.text("ExportFile", &S::ExportFile);
     return c;
 }
 
@@ -394,9 +406,14 @@ void resolveFavoriteFolder(Settings& s)
 
 void LoadSettings()
 {
+    LoadSettingsFile(SettingsFilePath());
+}
+
+void LoadSettingsFile(const QString& path)
+{
     ResetSettings();
     Settings& s = CurrentSettings();
-    LoadIniFile(SettingsFilePath());
+    LoadIniFile(path);
     for (const Row& row : catalogue())
         row.read(s, GetIniValue(row.section, row.key));
     ClearIni();
@@ -474,6 +491,11 @@ QStringList SlideShowOptionKeys()
                  "ShowToolbar AnimateGIF89 MakePauseSnd ResumeLastDisplayed");
 }
 
+QStringList ExtrasKeys()
+{
+    return split("ClassicTypesOnly");
+}
+
 QStringList DescriptionLookKeys()
 {
     return split("SlideDescLoc SlideDescSpeed SlideDescFont SlideDescSize SlideDescStyle "
@@ -494,6 +516,11 @@ void WriteMainWindowState()
 void WriteSlideShowOptions()
 {
     WriteSettingsKeys(SlideShowOptionKeys());
+}
+
+void WriteExtras()
+{
+    WriteSettingsKeys(ExtrasKeys());
 }
 
 void WriteDescriptionLook()
@@ -517,6 +544,11 @@ void WritePackageSettings()
     WriteSettingsKeys(
         split("PackageName PackageSource PackageDestination PackageSize PackageRuntime "
               "PackageScreenSaver PackageDefaultSaver PackageShortcut PackageAutorun"));
+}
+
+void WriteExportSettings()
+{
+    WriteSettingsKeys(split("ExportFormat ExportSize ExportFrameRate ExportSeed ExportFile"));
 }
 
 QString RecentFileCaption(const QString& path)

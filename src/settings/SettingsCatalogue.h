@@ -8,6 +8,8 @@ namespace kavori {
 // Reads every key of KAVORI.INI into the settings object, with the default, range and
 // correction of each key. A missing file gives every default.
 void LoadSettings();
+// The same from another file of the same form (the run-time player's RUN-KAV.INI).
+void LoadSettingsFile(const QString& path);
 
 // Group writers: each loads KAVORI.INI, sets its keys from the settings object and saves it.
 // Flags are always written "True" or "False".
@@ -18,6 +20,8 @@ void WriteDescriptionLook();  // the default description look (SlideDesc... keys
 void WriteFavoriteShows();
 void WriteRecentFiles();     // Recent1..Recent7 and MoreRecentFiles1..MoreRecentFiles20
 void WritePackageSettings(); // section "Package"
+void WriteExtras();          // section "Extras"
+void WriteExportSettings();  // section "Export"
 // Any keys of the catalogue, by name.
 void WriteSettingsKeys(const QStringList& keys);
 
@@ -26,6 +30,7 @@ QStringList PreferencesKeys();
 QStringList MainWindowStateKeys();
 QStringList SlideShowOptionKeys();
 QStringList DescriptionLookKeys();
+QStringList ExtrasKeys();
 
 // Every key of the catalogue, "Section/Key", in catalogue order.
 QStringList CatalogueKeys();

@@ -1,6 +1,7 @@
 #include "DescriptionFile.h"
 
 #include "platform/AppPaths.h"
+#include "platform/SafeFiles.h"
 #include "runtime/Format.h"
 #include "runtime/ListInput.h"
 #include "runtime/MsgBox.h"
@@ -10,8 +11,9 @@
 
 #include <QDir>
 #include <QFile>
-#include <QSaveFile>
 #include <QSet>
+
+#include <algorithm>
 
 namespace kavori {
 
@@ -76,12 +78,7 @@ bool writeEntries(const QString& folder, const QList<Pair>& entries)
     QByteArray bytes = EncodeText(kHeader) + "\r\n" + EncodeText(kDashes) + "\r\n";
     for (const Pair& p : entries)
         bytes += EncodeText(p.name) + "\r\n" + EncodeText(p.text) + "\r\n";
-    QSaveFile file(DescriptionFilePath(folder));
-    file.setDirectWriteFallback(true);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    file.write(bytes);
-    return file.commit();
+    return WriteFileWhole(DescriptionFilePath(folder), bytes, true);
 }
 
 } // namespace
@@ -99,7 +96,11 @@ QString DescriptionFilePath(const QString& folder)
 
 qint32 ReadDescriptionFile(const QString& folder)
 {
-    DescriptionTable& t = CurrentDescriptions();
+    return ReadDescriptionFile(folder, CurrentDescriptions());
+}
+
+qint32 ReadDescriptionFile(const QString& folder, DescriptionTable& t)
+{
     t = DescriptionTable();
     ListInput in;
     bool valid = false;
@@ -236,6 +237,33 @@ DescriptionLook DefaultDescriptionLook()
     look.shadowDirection = s.SlideDescShadDir;
     look.shadowColor = s.SlideDescShadColor;
     return look;
+}
+
+void SetDefaultDescriptionLook(const DescriptionLook& l)
+{
+    Settings& s = CurrentSettings();
+    s.SlideDescLoc = qint16(std::clamp<int>(l.location, 0, 21));
+    s.SlideDescSpeed = qint16(std::clamp<int>(l.speed, 1, 10));
+    s.SlideDescFont = l.font.isEmpty() ? QStringLiteral("MS Sans Serif") : l.font;
+    s.SlideDescSize = qint16(std::max<int>(8, l.size));
+    s.SlideDescStyle = qint16(std::clamp<int>(l.style, 0, 3));
+    s.SlideDescForeColor = l.foreColor;
+    s.SlideDescUseBack = l.useBack ? 1 : 0;
+    s.SlideDescBackColor = l.backColor;
+    s.SlideDescBorder = qint16(std::clamp<int>(l.border, 0, 2));
+    s.SlideDescShadow = l.shadow ? 1 : 0;
+    s.SlideDescShadDist = qint16(std::clamp<int>(l.shadowDistance, 0, 49));
+    s.SlideDescShadDir = qint16(std::clamp<int>(l.shadowDirection, 0, 3));
+    s.SlideDescShadColor = l.shadowColor;
+}
+
+bool SameLook(const DescriptionLook& a, const DescriptionLook& b)
+{
+    return a.location == b.location && a.speed == b.speed && a.font == b.font && a.size == b.size &&
+           a.style == b.style && a.foreColor == b.foreColor && a.useBack == b.useBack &&
+           a.backColor == b.backColor && a.border == b.border && a.shadow == b.shadow &&
+           a.shadowDistance == b.shadowDistance && a.shadowDirection == b.shadowDirection &&
+           a.shadowColor == b.shadowColor;
 }
 
 QString BuildDescProps(const DescriptionLook& l)

@@ -22,6 +22,8 @@ QString DescriptionFilePath(const QString& folder);
 // Loads the folder's file: 0 when there is none, -1 when its header is foreign, else the
 // number of entries (at most 10,000).
 qint32 ReadDescriptionFile(const QString& folder);
+// The same into a table of the caller's (safe off the UI thread).
+qint32 ReadDescriptionFile(const QString& folder, DescriptionTable& table);
 // Writes the loaded table; an empty table deletes the folder's file (only when it is ours).
 bool WriteDescriptionFile(const QString& folder);
 // The description of a picture given by its full path, or empty.
@@ -51,8 +53,12 @@ struct DescriptionLook {
 // The places and movements a description can have, in the order of their codes (0 to 21).
 QStringList DescriptionLocations();
 
-// The look the settings give a slide without its own.
+// The look the settings give a slide without its own, and making a look that default (the
+// settings' fields only, kept within their ranges; the caller writes them).
 DescriptionLook DefaultDescriptionLook();
+void SetDefaultDescriptionLook(const DescriptionLook& look);
+// The same 13 values (the custom flag aside).
+bool SameLook(const DescriptionLook& a, const DescriptionLook& b);
 // SlideDescProps of a look: empty unless it is custom, else the 14 values joined by ",".
 QString BuildDescProps(const DescriptionLook& look);
 // The look a SlideDescProps stands for (the defaults when empty; bad values take defaults).

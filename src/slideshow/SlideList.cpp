@@ -5,54 +5,16 @@
 #include "platform/AppPaths.h"
 #include "runtime/Format.h"
 #include "runtime/MsgBox.h"
-#include "runtime/Random.h"
 
 #include <QFileInfo>
 #include <QHash>
 #include <QSet>
 
 #include <algorithm>
-#include <cmath>
 
 namespace kavori {
 
 namespace {
-
-QVector<int> sortedUnique(const QVector<int>& selection, int count)
-{
-    QVector<int> lines;
-    for (int line : selection)
-        if (line >= 0 && line < count)
-            lines << line;
-    std::sort(lines.begin(), lines.end());
-    lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
-    return lines;
-}
-
-QString moveRefusal(MoveKind kind, int row)
-{
-    // Rows: empty list, one line, nothing selected, already there.
-    static const char* const kTexts[4][4] = {
-        {"There is nothing in the View List, unable to move file(s) up...",
-         "There is nothing in the View List, unable to move file(s) down...",
-         "There is nothing in the View List, unable to move file(s) to the top...",
-         "There is nothing in the View List, unable to move file(s) to the bottom..."},
-        {"There is only one item in the View List, unable to move file(s) up...",
-         "There is only one item in the View List, unable to move file(s) down...",
-         "There is only one item in the View List, file is already at the top...",
-         "There is only one item in the View List, file is already at the bottom..."},
-        {"Select the image(s) to move up and then try again...",
-         "Select the image(s) to move down and then try again...",
-         "Select the image(s) to move to the top and then try again...",
-         "Select the image(s) to move to the bottom and then try again..."},
-        {"The selected file(s) are already at top of the View List, unable to move file(s) "
-         "up...",
-         "The selected file(s) are already at bottom of the View List, unable to move file(s) "
-         "down...",
-         "The selected file is already at the top of the View List, unable to move file...",
-         "The selected file is already at the bottom of the View List, unable to move file..."}};
-    return QString::fromLatin1(kTexts[row][int(kind)]);
-}
 
 const char kForbidden[] = "\\/:*?\"<>|";
 
@@ -101,7 +63,7 @@ ListResult RemoveSlides(SlideShow& show, const QVector<int>& selection)
         result.message = QStringLiteral("There are no files in the View List to remove...");
         return result;
     }
-    const QVector<int> lines = sortedUnique(selection, int(show.slides.size()));
+    const QVector<int> lines = SortedLines(selection, int(show.slides.size()));
     if (lines.isEmpty()) {
         result.message = QStringLiteral("No files are selected, nothing to remove...");
         return result;
@@ -132,117 +94,22 @@ QString RemoveAllQuestion()
 
 ListResult MoveSlides(SlideShow& show, const QVector<int>& selection, MoveKind kind)
 {
-    ListResult result;
-    const int count = int(show.slides.size());
-    const QVector<int> lines = sortedUnique(selection, count);
-    if (count == 0)
-        result.message = moveRefusal(kind, 0);
-    else if (count == 1)
-        result.message = moveRefusal(kind, 1);
-    else if (lines.isEmpty())
-        result.message = moveRefusal(kind, 2);
-    if (!result.message.isEmpty())
-        return result;
-
-    const bool atTop = lines.first() == 0;
-    const bool atBottom = lines.last() == count - 1;
-    const bool blockAtTop = lines.last() == lines.size() - 1;
-    const bool blockAtBottom = lines.first() == count - lines.size();
-    if ((kind == MoveKind::Up && atTop) || (kind == MoveKind::Down && atBottom) ||
-        (kind == MoveKind::Top && blockAtTop) || (kind == MoveKind::Bottom && blockAtBottom)) {
-        result.message = moveRefusal(kind, 3);
-        result.selection = lines;
-        return result;
-    }
-
-    QVector<Slide>& slides = show.slides;
-    switch (kind) {
-    case MoveKind::Up:
-        for (int line : lines) {
-            std::swap(slides[line - 1], slides[line]);
-            result.selection << line - 1;
-        }
-        break;
-    case MoveKind::Down:
-        for (auto it = lines.crbegin(); it != lines.crend(); ++it) {
-            std::swap(slides[*it], slides[*it + 1]);
-            result.selection.prepend(*it + 1);
-        }
-        break;
-    case MoveKind::Top:
-    case MoveKind::Bottom: {
-        // The selected lines keep their order as a block at the chosen end.
-        QVector<Slide> chosen;
-        QVector<Slide> rest;
-        chosen.reserve(lines.size());
-        rest.reserve(count - lines.size());
-        int next = 0;
-        for (int i = 0; i < count; ++i) {
-            if (next < lines.size() && lines[next] == i) {
-                chosen.append(std::move(slides[i]));
-                ++next;
-            } else {
-                rest.append(std::move(slides[i]));
-            }
-        }
-        const int first = kind == MoveKind::Top ? 0 : int(rest.size());
-        slides = kind == MoveKind::Top ? chosen + rest : rest + chosen;
-        for (int i = 0; i < chosen.size(); ++i)
-            result.selection << first + i;
-        break;
-    }
-    }
-    result.changed = true;
-    show.changed = true;
+    ListResult result = MoveLines(show.slides, selection, kind, ViewListWords());
+    show.changed = show.changed || result.changed;
     return result;
 }
 
 ListResult RandomizeSlides(SlideShow& show)
 {
-    ListResult result;
-    const int n = int(show.slides.size());
-    if (n == 0) {
-        result.message =
-            QStringLiteral("There is nothing in the View List, unable to randomize files...");
-        return result;
-    }
-    if (n == 1) {
-        result.message =
-            QStringLiteral("There is only one item in the View List, unable to randomize files...");
-        return result;
-    }
-    // The random source is seeded from the clock when the program starts. The factor is the
-    // count left minus 2, so a line never goes back into the last two places: kept as it was.
-    // With two lines the factor is -1; such a line goes to the top.
-    QVector<Slide>& slides = show.slides;
-    for (int i = 0; i < n; ++i) {
-        Slide slide = std::move(slides[i]);
-        slides.remove(i);
-        const int left = int(slides.size());
-        const int j = std::max(0, int(std::floor(double(left - 2) * Rnd())));
-        slides.insert(j, std::move(slide));
-    }
-    result.changed = true;
-    show.changed = true;
+    ListResult result = RandomizeLines(show.slides, ViewListWords());
+    show.changed = show.changed || result.changed;
     return result;
 }
 
 ListResult ReverseSlides(SlideShow& show)
 {
-    ListResult result;
-    if (show.slides.isEmpty()) {
-        result.message = QStringLiteral(
-            "There is nothing in the View List, unable to reverse the order of images...");
-        return result;
-    }
-    if (show.slides.size() == 1) {
-        result.message = QStringLiteral(
-            "There is only one item in the View List, no need to reverse the order of images...");
-        return result;
-    }
-    std::reverse(show.slides.begin(), show.slides.end());
-    result.changed = true;
-    show.changed = true;
+    ListResult result = ReverseLines(show.slides, ViewListWords());
+    show.changed = show.changed || result.changed;
     return result;
 }
 
@@ -298,15 +165,29 @@ QString MissingSlidesText(int count, bool removed)
            QStringLiteral(" missing slide show files were found in the View List...");
 }
 
+namespace {
+const char* const kSlideMovies[] = {".AVI", ".MPG", ".MPE", ".MPEG", ".MPA",
+                                    ".ENC", ".MOV", ".QT",  ".M1V",  ".MP2"};
+} // namespace
+
 bool IsSlideFile(const QString& path)
 {
-    static const char* const kExtensions[] = {
-        ".BMP", ".DIB", ".GIF", ".JPG", ".JIF",  ".JPE", ".JPEG", ".WMF", ".EMF", ".ICO", ".CUR",
-        ".RLE", ".AVI", ".MPG", ".MPE", ".MPEG", ".MPA", ".ENC",  ".MOV", ".QT",  ".M1V", ".MP2"};
-    for (const char* ext : kExtensions)
+    if (IsImageFile(path))
+        return true;
+    for (const char* ext : kSlideMovies)
         if (HasExtension(path, QString::fromLatin1(ext)))
             return true;
     return false;
+}
+
+QStringList SlideFilePatterns()
+{
+    QStringList patterns;
+    for (const QString& ext : ImageExtensions())
+        patterns << u'*' + ext.toLower();
+    for (const char* ext : kSlideMovies)
+        patterns << u'*' + QString::fromLatin1(ext).toLower();
+    return patterns;
 }
 
 DroppedFiles SortDroppedFiles(const QStringList& files)
@@ -436,6 +317,34 @@ bool ReopensLastShow(const QString& promptSaveKAV)
 {
     // The third switch: the editor opens with the show it had when it was last closed.
     return promptSaveKAV.mid(2, 1) == QLatin1String("1");
+}
+
+QVector<int> LinesBetween(int first, int last)
+{
+    QVector<int> lines;
+    for (int line = first; line <= last; ++line)
+        lines << line;
+    return lines;
+}
+
+EveryNth EveryNthLine(const QString& typed, int count, int start)
+{
+    bool number = false;
+    const int n = typed.trimmed().toInt(&number);
+    if (!number || n < 1 || n > count)
+        return {QStringLiteral("Enter a whole number from 1 to ") +
+                    Format(count, QStringLiteral("###,##0")) +
+                    QStringLiteral(" and then try again..."),
+                {}};
+    EveryNth result;
+    for (int line = qBound(0, start, count - 1); line < count; line += n)
+        result.lines << line;
+    return result;
+}
+
+QString NothingToSelectText()
+{
+    return QStringLiteral("There are no files in the View List to select...");
 }
 
 } // namespace kavori

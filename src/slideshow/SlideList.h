@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ListOrder.h"
 #include "SlideShow.h"
 
 #include <QString>
@@ -10,21 +11,13 @@ namespace kavori {
 
 // What the slide show editor does to the list of slides (the View List), without a window.
 // Each slide carries all its values, so every reorder or removal keeps a slide's description,
-// transition, sound, placement, interval, background and look together. Selections are line
-// numbers in any order; results give the lines to select afterwards.
+// transition, sound, placement, interval, background and look together.
 
 // The most slides a show may hold in the editor.
 constexpr int kMaxEditorSlides = 30000;
 
 // "Zero slides (images) total...", "One slide (image) total..." or the count.
 QString SlideCountText(int count);
-
-// The result of a command: a refusal or message to show (empty when none), and the selection.
-struct ListResult {
-    QString message;
-    QVector<int> selection;
-    bool changed = false;
-};
 
 // Appends files as new slides with the defaults, or refuses: nothing in the source, nothing
 // chosen, or more than the limit (then nothing is added).
@@ -33,7 +26,6 @@ ListResult RemoveSlides(SlideShow& show, const QVector<int>& selection);
 // The question before removing every slide.
 QString RemoveAllQuestion();
 
-enum class MoveKind { Up, Down, Top, Bottom };
 ListResult MoveSlides(SlideShow& show, const QVector<int>& selection, MoveKind kind);
 
 // One pass: each line in turn is taken out and put back at floor((lines left - 2) x r).
@@ -57,7 +49,20 @@ struct DroppedFiles {
     QStringList notes; // one per refused import type
 };
 DroppedFiles SortDroppedFiles(const QStringList& files);
+// A picture the loader opens or a movie a show plays.
 bool IsSlideFile(const QString& path);
+// The same as name patterns for a file list ("*.bmp", ...).
+QStringList SlideFilePatterns();
+
+// Selecting lines of the View List: the lines first to last, or every nth line from start, n
+// typed by the user (a whole number from 1 to the number of lines, or a refusal).
+QVector<int> LinesBetween(int first, int last);
+struct EveryNth {
+    QString refusal;
+    QVector<int> lines;
+};
+EveryNth EveryNthLine(const QString& typed, int count, int start);
+QString NothingToSelectText();
 
 // The message for a name holding a character no file name may hold, or empty.
 QString FileNameRefusal(const QString& name);

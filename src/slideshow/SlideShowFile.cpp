@@ -3,6 +3,8 @@
 #include "SlideShow.h"
 #include "platform/AppPaths.h"
 #include "platform/Display.h"
+#include "platform/SafeFiles.h"
+#include "platform/StartupState.h"
 #include "runtime/Format.h"
 #include "runtime/ListInput.h"
 #include "runtime/MsgBox.h"
@@ -11,12 +13,10 @@
 #include "runtime/WaitDialog.h"
 #include "settings/RecentShows.h"
 #include "settings/Settings.h"
-#include "platform/StartupState.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QSet>
 
 #include <memory>
@@ -45,10 +45,16 @@ public:
     }
     qint32 number()
     {
-        const QString t = text();
+        if (m_in.atEnd())
+            throw ReadError();
+        const QStringView t = m_in.nextView();
+        // Nearly every number a show holds is a few plain digits: read those at once, and give
+        // anything else to the general reader.
+        if (const std::optional<qint32> plain = plainNumber(t))
+            return *plain;
         if (t.trimmed().isEmpty())
             return 0;
-        const std::optional<qint32> v = ToInt32(t);
+        const std::optional<qint32> v = ToInt32(t.toString());
         if (!v)
             throw ReadError();
         return *v;
@@ -57,6 +63,22 @@ public:
     bool flag() { return number() != 0; }
 
 private:
+    // Up to nine digits, with a leading minus sign or not.
+    static std::optional<qint32> plainNumber(QStringView t)
+    {
+        const bool negative = !t.isEmpty() && t.front() == u'-';
+        const QStringView digits = negative ? t.mid(1) : t;
+        if (digits.isEmpty() || digits.size() > 9)
+            return std::nullopt;
+        qint32 value = 0;
+        for (const QChar c : digits) {
+            if (c < u'0' || c > u'9')
+                return std::nullopt;
+            value = value * 10 + (c.unicode() - u'0');
+        }
+        return negative ? -value : value;
+    }
+
     ListInput& m_in;
 };
 
@@ -285,7 +307,7 @@ bool readShow(const QString& path, const ReaderTexts& texts)
                 slide.SlideTexture = r.text().left(kMaxSlidePathLength);
                 slide.SlideDescProps = r.text().left(kMaxSlidePathLength);
             }
-            show.slides.append(slide);
+            show.slides.append(std::move(slide));
         }
     } catch (const ReadError&) {
         MsgBox(QStringLiteral("An error occurred while reading ") + texts.word +
@@ -318,78 +340,125 @@ bool readShow(const QString& path, const ReaderTexts& texts)
     return true;
 }
 
+// Lines are appended to one growing buffer: a show of 30,000 slides is 420,000 lines, and a
+// string or two made for each of them was most of the time its writing took.
+void appendQuoted(QByteArray& out, QStringView s)
+{
+    out += '"';
+    const char16_t* p = s.utf16();
+    const qsizetype n = s.size();
+    qsizetype ascii = 0;
+    while (ascii < n && p[ascii] < 0x80)
+        ++ascii;
+    if (ascii == n) {
+        const qsizetype at = out.size();
+        out.resize(at + n);
+        char* to = out.data() + at;
+        for (qsizetype i = 0; i < n; ++i)
+            to[i] = char(p[i]);
+    } else {
+        out += EncodeText(s.toString()); // the same bytes as every other writer of our files
+    }
+    out += "\"\r\n";
+}
+void appendBare(QByteArray& out, qint64 v)
+{
+    char digits[24];
+    char* end = digits + sizeof digits;
+    char* p = end;
+    quint64 magnitude = v < 0 ? 0 - quint64(v) : quint64(v);
+    do {
+        *--p = char('0' + magnitude % 10);
+        magnitude /= 10;
+    } while (magnitude);
+    if (v < 0)
+        *--p = '-';
+    out.append(p, end - p);
+    out += "\r\n";
+}
+void appendFlag(QByteArray& out, bool b)
+{
+    appendBare(out, BoolValue(b));
+}
 QByteArray quoted(const QString& s)
 {
-    return '"' + EncodeText(s) + "\"\r\n";
-}
-QByteArray bare(qint64 v)
-{
-    return QByteArray::number(v) + "\r\n";
-}
-QByteArray flag(bool b)
-{
-    return bare(BoolValue(b));
+    QByteArray b;
+    appendQuoted(b, s);
+    return b;
 }
 
-QByteArray headerLines(const SlideShow& show, const QString& soundFile)
+} // namespace
+
+QByteArray ShowTextLine(const QString& text)
+{
+    return quoted(text);
+}
+
+void AppendSlideRecord(QByteArray& out, const Slide& slide, QStringView file, QStringView sound,
+                       QStringView texture)
+{
+    appendQuoted(out, file);
+    appendQuoted(out, slide.SlideDescription);
+    appendBare(out, slide.SlideTransition);
+    appendQuoted(out, sound);
+    appendBare(out, slide.SlideLocation);
+    appendBare(out, slide.SlidePosX);
+    appendBare(out, slide.SlidePosY);
+    appendBare(out, slide.SlideEnlarge);
+    appendBare(out, slide.SlideShrink);
+    appendBare(out, slide.SlideDelay);
+    appendBare(out, slide.SlideBackMode);
+    appendBare(out, slide.SlideBackColor);
+    appendQuoted(out, texture);
+    appendQuoted(out, slide.SlideDescProps);
+}
+
+QByteArray ShowHeaderBytes(const SlideShow& show, const QString& soundFile)
 {
     const Settings& s = CurrentSettings();
     QByteArray b;
     b += quoted(kHeader);
     b += quoted(QStringLiteral("Version 3.0"));
-    b += bare(s.SoundMode);
+    appendBare(b, s.SoundMode);
     b += quoted(soundFile);
-    b += bare(s.CDTrack);
-    b += flag(s.SoundLoop);
-    b += bare(s.SlideInterval);
-    b += flag(s.RandomSlides);
-    b += flag(s.ShowFilenames);
-    b += flag(s.ShowDescription);
-    b += flag(s.LoopSlideShow);
-    b += flag(s.AnimateGIF89);
-    b += flag(s.ShowToolbar);
+    appendBare(b, s.CDTrack);
+    appendFlag(b, s.SoundLoop);
+    appendBare(b, s.SlideInterval);
+    appendFlag(b, s.RandomSlides);
+    appendFlag(b, s.ShowFilenames);
+    appendFlag(b, s.ShowDescription);
+    appendFlag(b, s.LoopSlideShow);
+    appendFlag(b, s.AnimateGIF89);
+    appendFlag(b, s.ShowToolbar);
     b += quoted(show.ShowInfo);
-    b += flag(s.EnableTransitions);
-    b += flag(s.ClearTransition);
-    b += flag(s.RandomTransitions);
-    b += flag(show.UseSlideIntervals);
+    appendFlag(b, s.EnableTransitions);
+    appendFlag(b, s.ClearTransition);
+    appendFlag(b, s.RandomTransitions);
+    appendFlag(b, show.UseSlideIntervals);
     b += quoted(QString::number(s.TransitionSpeed));
     b += quoted(s.SlideIgnoreError ? QStringLiteral("1") : QStringLiteral("0"));
     b += quoted(QString::fromLatin1(s.LMousePrev ? "1" : "0") +
                 QString::fromLatin1(s.RMouseNext ? "1" : "0"));
-    b += flag(s.DontRestartSound);
+    appendFlag(b, s.DontRestartSound);
     b += quoted(show.ShowNote);
     return b;
 }
 
-QByteArray slideLines(const Slide& slide, const QString& file, const QString& sound,
-                      const QString& texture)
+QByteArray SlideRecordBytes(const Slide& slide, const QString& file, const QString& sound,
+                            const QString& texture)
 {
     QByteArray b;
-    b += quoted(file);
-    b += quoted(slide.SlideDescription);
-    b += bare(slide.SlideTransition);
-    b += quoted(sound);
-    b += bare(slide.SlideLocation);
-    b += bare(slide.SlidePosX);
-    b += bare(slide.SlidePosY);
-    b += bare(slide.SlideEnlarge);
-    b += bare(slide.SlideShrink);
-    b += bare(slide.SlideDelay);
-    b += bare(slide.SlideBackMode);
-    b += bare(slide.SlideBackColor);
-    b += quoted(texture);
-    b += quoted(slide.SlideDescProps);
+    AppendSlideRecord(b, slide, file, sound, texture);
     return b;
 }
 
-bool writesPlayList(const SlideShow& show)
+bool ShowWritesPlayList(const SlideShow& show)
 {
     const Settings& s = CurrentSettings();
     return s.UsePlayList && s.SoundMode == 3 && !show.PlayList.isEmpty();
 }
 
-QByteArray playListHead(const SlideShow& show)
+QByteArray PlayListHeadBytes(const SlideShow& show)
 {
     QByteArray b = quoted(kPlayListMark);
     b += quoted(CurrentSettings().PlayListRandom ? QStringLiteral("1") : QStringLiteral("0"));
@@ -397,8 +466,6 @@ QByteArray playListHead(const SlideShow& show)
     b += quoted(show.PlayListText2);
     return b;
 }
-
-} // namespace
 
 bool ReadSlideShow(const QString& path)
 {
@@ -458,20 +525,17 @@ bool ReadScreenSaverShow(const QString& path, QString* soundNote)
 bool WriteSlideShow(const QString& path)
 {
     const SlideShow& show = CurrentShow();
-    QByteArray bytes = headerLines(show, CurrentSettings().SoundFile);
+    QByteArray bytes = ShowHeaderBytes(show, CurrentSettings().SoundFile);
+    // About 150 bytes a slide; one allocation for the lot.
+    bytes.reserve(bytes.size() + 160 * show.slides.size());
     for (const Slide& slide : show.slides)
-        bytes += slideLines(slide, slide.SlideFile, slide.SlideSound, slide.SlideTexture);
-    if (writesPlayList(show)) {
-        bytes += playListHead(show);
+        AppendSlideRecord(bytes, slide, slide.SlideFile, slide.SlideSound, slide.SlideTexture);
+    if (ShowWritesPlayList(show)) {
+        bytes += PlayListHeadBytes(show);
         for (const QString& entry : show.PlayList)
-            bytes += quoted(entry);
+            appendQuoted(bytes, entry);
     }
-    QSaveFile file(path);
-    file.setDirectWriteFallback(true);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    file.write(bytes);
-    return file.commit();
+    return WriteFileWhole(path, bytes, true);
 }
 
 bool IsCurrentSlideShow(const QString& path)
@@ -492,32 +556,36 @@ public:
         : m_folder(folder), m_loadedFrom(loadedFrom), m_progress(progress)
     {}
 
+    // The names below are views into the name given or, when a new name had to be made, into
+    // `made`: most names are written as they are or cut, and need no string of their own.
+
     // A slide's picture: relative when in the folder, else copied (or written in full).
-    QString slideFile(const QString& name)
+    QStringView slideFile(const QString& name, QString& made)
     {
         if (name.startsWith(m_folder, Qt::CaseInsensitive))
-            return name.mid(m_folder.size());
+            return QStringView(name).mid(m_folder.size());
         if (!CurrentSettings().SaveSlides)
             return name;
         if (!name.contains(u'/'))
             return name;
         const QString source = IsFullPath(name) ? name : FolderOf(m_loadedFrom) + name;
         copy(source, m_folder + FileNameOf(source));
-        return FileNameOf(source);
+        made = FileNameOf(source);
+        return made;
     }
 
     // A sound, texture or play list file; a repeat is copied once, an existing target only
     // after the question. model is set to the target after a copy.
-    QString referredFile(QString& model, const QString& what, const QString& secondLine,
-                         bool ask = true)
+    QStringView referredFile(QString& model, QString& made, const QString& what,
+                             const QString& secondLine, bool ask = true)
     {
+        if (model.isEmpty())
+            return {};
+        if (model.startsWith(m_folder, Qt::CaseInsensitive))
+            return QStringView(model).mid(m_folder.size());
+        if (!CurrentSettings().SaveSlides || !model.contains(u'/'))
+            return model;
         const QString name = model;
-        if (name.isEmpty())
-            return name;
-        if (name.startsWith(m_folder, Qt::CaseInsensitive))
-            return name.mid(m_folder.size());
-        if (!CurrentSettings().SaveSlides || !name.contains(u'/'))
-            return name;
         const QString target = m_folder + FileNameOf(name);
         if (!m_copied.contains(target.toUpper())) {
             bool copyIt = true;
@@ -531,7 +599,8 @@ public:
             m_copied.insert(target.toUpper());
         }
         model = target;
-        return FileNameOf(name);
+        made = FileNameOf(name);
+        return made;
     }
 
     bool copiedAny() const { return m_copiedAny; }
@@ -549,8 +618,7 @@ private:
         m_progress.setCaption(QStringLiteral("Kavori is copying the file:") + NewLine() +
                               FileNameOf(source));
         m_progress.setValue(++m_step);
-        QFile::remove(target);
-        if (QFile::copy(source, target))
+        if (CopyFileOver(source, target))
             m_copiedAny = true;
     }
 
@@ -576,7 +644,7 @@ int filesToCopy(const SlideShow& show)
         if (!slide.SlideTexture.isEmpty())
             ++count;
     }
-    if (writesPlayList(show))
+    if (ShowWritesPlayList(show))
         count += int(show.PlayList.size());
     return count;
 }
@@ -607,12 +675,25 @@ bool SaveSlideShow(const QString& path, Progress* progress)
         soundFile = soundFile.mid(folder.size());
     } else if (s.SaveSlides && !soundFile.isEmpty()) {
         QString model = s.SoundFile;
-        soundFile = names.referredFile(model, QStringLiteral("The sound file "), QString(), false);
+        QString made;
+        soundFile =
+            names.referredFile(model, made, QStringLiteral("The sound file "), QString(), false)
+                .toString();
     }
-    file.write(headerLines(show, soundFile));
+    // Written a block at a time from one buffer, so a cancelled save still leaves what was
+    // written up to the last full block.
+    constexpr qsizetype kBlock = 256 * 1024;
+    QByteArray bytes = ShowHeaderBytes(show, soundFile);
+    bytes.reserve(kBlock + 4096);
+    QString madeFile, madeSound, madeTexture;
+    const QString soundQuestion = QStringLiteral(
+        "Do you want to replace it with the one specified in the current slide show?");
+    const QString soundWhat = QStringLiteral("The sound file ");
+    const QString textureWhat = QStringLiteral("The background texture file ");
 
     for (Slide& slide : show.slides) {
         if (progress->cancelled()) {
+            file.write(bytes);
             file.close();
             MsgBox(
                 QStringLiteral(
@@ -620,28 +701,30 @@ bool SaveSlideShow(const QString& path, Progress* progress)
                 vbExclamation);
             return false;
         }
-        const QString written = names.slideFile(slide.SlideFile);
-        QString sound = slide.SlideSound;
-        if (!sound.isEmpty() && !isNumber(sound))
-            sound = names.referredFile(
-                slide.SlideSound, QStringLiteral("The sound file "),
-                QStringLiteral(
-                    "Do you want to replace it with the one specified in the current slide show?"));
-        const QString texture = names.referredFile(
-            slide.SlideTexture, QStringLiteral("The background texture file "),
-            QStringLiteral(
-                "Do you want to replace it with the one specified in the current slide show?"));
-        file.write(slideLines(slide, written, sound, texture));
+        const QStringView written = names.slideFile(slide.SlideFile, madeFile);
+        QStringView sound = slide.SlideSound;
+        if (!sound.isEmpty() && !isNumber(slide.SlideSound))
+            sound = names.referredFile(slide.SlideSound, madeSound, soundWhat, soundQuestion);
+        const QStringView texture =
+            names.referredFile(slide.SlideTexture, madeTexture, textureWhat, soundQuestion);
+        AppendSlideRecord(bytes, slide, written, sound, texture);
+        if (bytes.size() >= kBlock) {
+            file.write(bytes);
+            bytes.resize(0); // keeps its room for the next block
+        }
         progress->setValue(++names.m_step);
     }
-    if (writesPlayList(show)) {
-        file.write(playListHead(show));
+    if (ShowWritesPlayList(show)) {
+        bytes += PlayListHeadBytes(show);
         for (QString& entry : show.PlayList)
-            file.write(quoted(names.referredFile(
-                entry, QStringLiteral("The sound file "),
-                QStringLiteral(
-                    "Do you want to replace it with the one specified in the current slide show play list?"))));
+            appendQuoted(
+                bytes,
+                names.referredFile(
+                    entry, madeSound, soundWhat,
+                    QStringLiteral(
+                        "Do you want to replace it with the one specified in the current slide show play list?")));
     }
+    file.write(bytes);
     file.close();
     progress->setValue(++names.m_step);
     show.path = QFileInfo(path).absoluteFilePath();
@@ -649,6 +732,11 @@ bool SaveSlideShow(const QString& path, Progress* progress)
     if (names.copiedAny())
         MsgBox(QStringLiteral("Kavori has finished copying files..."), vbInformation);
     return file.error() == QFile::NoError;
+}
+
+QString SlideShowFilter()
+{
+    return QStringLiteral("Kavori Slide Shows (*.kav *.KAV *.Kav);;All files (*)");
 }
 
 } // namespace kavori

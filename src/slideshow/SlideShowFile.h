@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 namespace kavori {
@@ -29,10 +30,28 @@ bool SaveSlideShow(const QString& path, Progress* progress = nullptr);
 // Whether the file starts as a show of the current layouts ("Version 2.0" or "Version 3.0").
 bool IsCurrentSlideShow(const QString& path);
 
+// The file type filter of every slide show picker.
+QString SlideShowFilter();
+
 // Where a file a show names is on this machine: a name relative to the show, or one whose
 // folder is gone (another machine's, a Windows drive), is looked for beside the show file.
 // Empty when it cannot be found.
 QString FindShowFile(const QString& name, const QString& showFolder);
+
+// The pieces of a show file, for writers that name the files otherwise (the package builder):
+// a quoted text line, the show-wide header with the show's sound named soundFile, one slide's
+// record with its three file names given, and the play list's head (its entries are text lines).
+struct SlideShow;
+struct Slide;
+QByteArray ShowTextLine(const QString& text);
+QByteArray ShowHeaderBytes(const SlideShow& show, const QString& soundFile);
+QByteArray SlideRecordBytes(const Slide& slide, const QString& file, const QString& sound,
+                            const QString& texture);
+// The same record appended to out, for writers of many slides.
+void AppendSlideRecord(QByteArray& out, const Slide& slide, QStringView file, QStringView sound,
+                       QStringView texture);
+bool ShowWritesPlayList(const SlideShow& show);
+QByteArray PlayListHeadBytes(const SlideShow& show);
 
 // The note on the sound a screen saver show plays.
 QString ScreenSaverSoundNote();

@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 
 #include "imaging/ImageTypes.h"
+#include "packaging/SaverSetup.h"
 #include "platform/AppPaths.h"
 #include "platform/WindowLock.h"
 #include "runtime/MsgBox.h"
@@ -13,6 +14,20 @@ namespace kavori {
 QString JoinArguments(const QStringList& arguments)
 {
     return arguments.join(u' ');
+}
+
+QStringList SeveralPictures(const QStringList& arguments)
+{
+    if (arguments.size() < 2 || QFileInfo(JoinArguments(arguments)).isFile())
+        return {};
+    QStringList paths;
+    for (const QString& argument : arguments) {
+        const QFileInfo file(argument);
+        if (!file.isFile() || !IsImageFile(argument))
+            return {};
+        paths << file.absoluteFilePath();
+    }
+    return paths;
 }
 
 NormalizedCommandLine NormalizeCommandLine(const QString& raw)
@@ -56,6 +71,37 @@ EditRequest TakeEditRequest(const QString& commandLine)
     return out;
 }
 
+namespace {
+// "0x1a00003" or "27262979", as XScreenSaver writes window ids.
+quintptr windowNumber(const QString& text)
+{
+    bool ok = false;
+    const quintptr id = text.trimmed().toULongLong(&ok, 0);
+    return ok ? id : 0;
+}
+} // namespace
+
+SaverModuleRun ParseSaverModuleRun(const QString& commandLine, const QString& saverWindowVariable)
+{
+    SaverModuleRun run;
+    QStringList words = commandLine.split(u' ', Qt::SkipEmptyParts);
+    if (words.isEmpty() || words[0].compare(QLatin1String("/S"), Qt::CaseInsensitive) != 0)
+        return run;
+    run.isRun = true;
+    for (int i = 1; i < words.size(); ++i) {
+        const QString word = words[i];
+        if ((word == QLatin1String("-window-id") || word == QLatin1String("--window-id")) &&
+            i + 1 < words.size())
+            run.windowId = windowNumber(words[++i]);
+        else if (word == QLatin1String("-root") || word == QLatin1String("--root"))
+            run.windowId = 0;
+    }
+    // XScreenSaver names the window it made for us in the environment.
+    if (run.windowId == 0)
+        run.windowId = windowNumber(saverWindowVariable);
+    return run;
+}
+
 QString ScreenSaverWindowTitle()
 {
     return QStringLiteral("Screen Saver Main Form");
@@ -63,7 +109,7 @@ QString ScreenSaverWindowTitle()
 
 QString ScreenSaverSettingsWindowTitle()
 {
-    return QStringLiteral("Kavori - [Screen Saver Settings]");
+    return SaverSetup::WindowTitle();
 }
 
 StartDecision DecideStartMode(const QString& commandLine, const StartOptions& options)

@@ -8,6 +8,11 @@ namespace kavori {
 // The command line as one string: the arguments joined by single spaces.
 QString JoinArguments(const QStringList& arguments);
 
+// Several existing pictures given as separate arguments (a file manager opening a selection):
+// their full paths in the order given. Empty for fewer than two arguments, when any argument is
+// not a picture, or when the arguments joined name one file (a path with spaces, unquoted).
+QStringList SeveralPictures(const QStringList& arguments);
+
 // The first steps of start-up: trimmed, a leading and (independently) a trailing double quote
 // dropped, and "LOADTIME" taken off the front.
 struct NormalizedCommandLine {
@@ -65,6 +70,15 @@ StartDecision DecideStartMode(const QString& commandLine, const StartOptions& op
 // The messages of the floppy check.
 QString FloppyDiskQuestion(const QString& path);
 QString InvalidFileNameMessage(const QString& path);
+
+// Our screen saver module's run: "/S" (the switch a Windows saver module is started with),
+// with XScreenSaver's "-root" or "-window-id ID" after it. It plays the show CurrentSaver
+// names, as the screen saver, in the window given (0: full screen).
+struct SaverModuleRun {
+    bool isRun = false;
+    quintptr windowId = 0;
+};
+SaverModuleRun ParseSaverModuleRun(const QString& commandLine, const QString& saverWindowVariable);
 
 // The window titles whose presence means another instance owns the screen.
 QString ScreenSaverWindowTitle();

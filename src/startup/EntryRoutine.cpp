@@ -3,12 +3,13 @@
 #include "CommandLine.h"
 #include "Modes.h"
 #include "StartupChecks.h"
-#include "platform/StartupState.h"
 #include "WaitFrm.h"
 #include "imaging/ImageTypes.h"
 #include "platform/AppPaths.h"
 #include "platform/SoundDevices.h"
+#include "platform/StartupState.h"
 #include "platform/TickCount.h"
+#include "platform/UserSettings.h"
 #include "platform/WindowLock.h"
 #include "playback/FullViewFrm.h"
 #include "runtime/DoEvents.h"
@@ -19,6 +20,7 @@
 #include "slideshow/BonusPack.h"
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
+#include "systemsaver/SystemSaver.h"
 #include "viewer/MainViewFrm.h"
 
 #include <QApplication>
@@ -51,16 +53,29 @@ std::optional<int> RunEntryRoutine(const QStringList& arguments)
     QApplication::setOverrideCursor(Qt::WaitCursor);
     DoEvents();
 
-    const NormalizedCommandLine normalized = NormalizeCommandLine(JoinArguments(arguments));
+    // Several pictures open as the first, the rest stepped through; any other form of the
+    // command line is one string, as it always was.
+    state.CommandLineFiles = SeveralPictures(arguments);
+    const NormalizedCommandLine normalized = NormalizeCommandLine(
+        state.CommandLineFiles.isEmpty() ? JoinArguments(arguments) : state.CommandLineFiles[0]);
     state.CommandLine = normalized.commandLine;
     state.LoadStart = normalized.loadTime ? GetTickCount() : -1;
     EnsureAppHome();
     LoadLanguages();
 
+    // Our saver module asks for the show the settings chose, as the screen saver.
+    const SaverModuleRun module =
+        ParseSaverModuleRun(state.CommandLine, qEnvironmentVariable("XSCREENSAVER_WINDOW"));
+    if (module.isRun) {
+        const QString show = GetSetting(QStringLiteral("Settings"), QStringLiteral("CurrentSaver"));
+        state.CommandLine = QString(QStringLiteral("SCRNSAVE ") + show).trimmed();
+        state.SaverWindow = module.windowId;
+    }
+
     if (state.CommandLine.startsWith(QLatin1String("SCRNSAVE"))) {
         if (WindowLock::Exists(ScreenSaverWindowTitle()))
-            return endStartup();             // a screen saver is running already
-        state.ScreenSaveUsePassword = false; // the system's locker asks for it here
+            return endStartup(); // a screen saver is running already
+        state.ScreenSaveUsePassword = CurrentSystemSaver().PasswordInUse();
     } else {
         WaitFrm::Open();
     }
@@ -98,7 +113,7 @@ std::optional<int> RunEntryRoutine(const QStringList& arguments)
         return RunScreenSaverSettingsMode();
     case StartMode::FullScreenImage:
         state.FullFile = decision.fullFile;
-        state.AnimatedGif = settings.CmdLineAnimate && IsAnimatedGif(state.FullFile);
+        state.AnimatedGif = settings.CmdLineAnimate && IsAnimatedPicture(state.FullFile);
         WaitFrm::CloseAll();
         handOver();
         FullViewFrm::ShowImageModal(state.FullFile, state.AnimatedGif);

@@ -1,6 +1,8 @@
 #include "Modes.h"
 
 #include "CommandLine.h"
+#include "packaging/SaverSetup.h"
+#include "platform/StartupState.h"
 #include "platform/WindowLock.h"
 #include "playback/FullViewFrm.h"
 #include "settings/Settings.h"
@@ -37,13 +39,16 @@ int RunScreenSaverMode()
         return 0;
     PlayerStart start;
     start.screenSaver = true;
+    start.hostWindow = CurrentStartup().SaverWindow;
+    // The show's sound plays only when the saver settings allow it.
+    if (!CurrentSettings().ScreenSaverSound)
+        CurrentSettings().SoundMode = 0;
     return FullViewFrm::PlaySlideShowModal(start);
 }
 
 int RunScreenSaverSettingsMode()
 {
-    // The screen saver settings dialog is built with the screen saver installation; until then
-    // this mode ends cleanly rather than show a half-made window.
+    SaverSetup::Edit();
     return 0;
 }
 

@@ -1,9 +1,10 @@
 #include "StartupChecks.h"
 
-#include "platform/StartupState.h"
 #include "WaitFrm.h"
 #include "platform/AppPaths.h"
 #include "platform/Display.h"
+#include "platform/HelpFile.h"
+#include "platform/StartupState.h"
 #include "platform/UserSettings.h"
 #include "playback/TransitionEngine.h"
 #include "runtime/MsgBox.h"
@@ -59,12 +60,14 @@ bool CheckColorDepth(const QString& commandLine)
     Transitions().Colors256 = bits == 8;
     if (bits < 8) {
         WaitFrm::CloseAll();
+        const MessageHelpTopic topic(QStringLiteral("startup#colors"));
         MsgBox(ColorDepthTooLowMessage(), vbInformation + vbMsgBoxHelpButton);
         return false;
     }
     if (bits == 8 && CurrentSettings().Color256Msg &&
         !commandLine.startsWith(QLatin1String("SCRNSAVE"))) {
         const WaitFrm::StepAside aside;
+        const MessageHelpTopic topic(QStringLiteral("startup#colors256"));
         const int answer =
             MsgBox(Colors256Question(), vbYesNoCancel + vbInformation + vbMsgBoxHelpButton);
         if (answer == vbYes) {
@@ -94,11 +97,13 @@ bool CheckProgramPath()
     const QString stored = GetSetting(kSettings, kExePath);
     if (stored.isEmpty()) {
         const WaitFrm::StepAside aside;
+        const MessageHelpTopic topic(QStringLiteral("startup#registry"));
         MsgBox(ProgramPathMissingMessage(), vbExclamation + vbMsgBoxHelpButton);
         SaveSetting(kSettings, kExePath, appPath);
     } else if (AddSlash(stored).toUpper() != appPath.toUpper()) {
         // The running executable always exists, so the question is always asked.
         const WaitFrm::StepAside aside;
+        const MessageHelpTopic topic(QStringLiteral("startup#moved"));
         const int answer = MsgBox(ProgramPathDifferentQuestion(appPath),
                                   vbYesNoCancel + vbQuestion + vbMsgBoxHelpButton);
         if (answer == vbYes)

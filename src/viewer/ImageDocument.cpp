@@ -42,6 +42,14 @@ void ImageDocument::markSaved(const QString& path)
     m_imageChanged = false;
 }
 
+void ImageDocument::clear()
+{
+    m_image = QImage();
+    m_currentFile.clear();
+    m_shownName.clear();
+    m_imageChanged = false;
+}
+
 void ImageDocument::setUntitled(const QImage& image, const QString& undoCaption,
                                 const QString& shownName)
 {

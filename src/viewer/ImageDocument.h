@@ -29,6 +29,10 @@ public:
     void setImage(const QImage& image, const QString& path, bool changed = false,
                   const QString& shownName = QString());
     void markSaved(const QString& path);
+    // The file was moved or renamed: the picture and its changes stay.
+    void fileMoved(const QString& path) { m_currentFile = path; }
+    // Nothing open any more (the file was deleted).
+    void clear();
     // Takes a picture without a file of its own (new, pasted, captured, imported): it is named
     // UntitledName() and kept in the scratch file of that name. With an undo caption the picture
     // it replaces becomes the undo snapshot, as an edit's would.

@@ -1,6 +1,7 @@
 #include "ImageView.h"
 
 #include "imaging/ImageFit.h"
+#include "imaging/formats/PictureReader.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -24,7 +25,7 @@ ImageView::ImageView(QWidget* parent) : QAbstractScrollArea(parent)
     m_settle->setInterval(150);
     connect(m_settle, &QTimer::timeout, this, [this] {
         if (m_rough) {
-            m_scaled = QPixmap();
+            m_scaled = QImage();
             viewport()->update();
         }
     });
@@ -33,7 +34,7 @@ ImageView::ImageView(QWidget* parent) : QAbstractScrollArea(parent)
 void ImageView::setImage(const QImage& image)
 {
     m_image = image;
-    m_scaled = QPixmap();
+    m_scaled = QImage();
     clearSelection();
     updateScrollBars();
     viewport()->update();
@@ -44,7 +45,7 @@ void ImageView::setFit(bool stretch, bool enlarge, bool smooth)
     m_stretch = stretch;
     m_enlarge = enlarge;
     m_smooth = smooth;
-    m_scaled = QPixmap();
+    m_scaled = QImage();
     updateScrollBars();
     viewport()->update();
 }
@@ -53,6 +54,12 @@ void ImageView::setBackground(const QColor& color, const QImage& texture)
 {
     m_background = color;
     m_texture = texture;
+    viewport()->update();
+}
+
+void ImageView::setHint(const QString& text)
+{
+    m_hint = text;
     viewport()->update();
 }
 
@@ -87,19 +94,42 @@ void ImageView::paintEvent(QPaintEvent*)
         painter.drawTiledPixmap(viewport()->rect(), QPixmap::fromImage(m_texture));
     else
         painter.fillRect(viewport()->rect(), m_background);
-    if (m_image.isNull())
+    if (m_image.isNull()) {
+        paintHint(painter);
         return;
+    }
     const QRect target = drawnRect();
     if (m_scaled.size() != target.size()) {
         m_rough = m_settle->isActive() && m_smooth;
         const Qt::TransformationMode mode =
             m_smooth && !m_rough ? Qt::SmoothTransformation : Qt::FastTransformation;
-        m_scaled =
-            QPixmap::fromImage(target.size() == m_image.size()
-                                   ? m_image
-                                   : m_image.scaled(target.size(), Qt::IgnoreAspectRatio, mode));
+        // Scaled into the picture stock: a new scaled picture on every resize would otherwise
+        // pay for fresh pages each time.
+        m_scaled = target.size() == m_image.size()
+                       ? m_image
+                       : ScaledPicture(m_image, target.size(), mode == Qt::SmoothTransformation);
     }
-    painter.drawPixmap(target.topLeft(), m_scaled);
+    painter.drawImage(target.topLeft(), m_scaled);
+}
+
+// The hint sits on a rounded panel of the window's own colours, so it reads over any
+// background colour or texture the user chose.
+void ImageView::paintHint(QPainter& painter)
+{
+    if (m_hint.isEmpty())
+        return;
+    const QRect area = viewport()->rect().adjusted(16, 16, -16, -16);
+    const int flags = Qt::AlignCenter | Qt::TextWordWrap;
+    QRect text = painter.fontMetrics().boundingRect(area, flags, m_hint);
+    const QRect panel = text.adjusted(-18, -14, 18, 14).intersected(viewport()->rect());
+    QColor base = palette().color(QPalette::Window);
+    base.setAlpha(225);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.setBrush(base);
+    painter.drawRoundedRect(panel, 8, 8);
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawText(area, flags, m_hint);
 }
 
 void ImageView::resizeEvent(QResizeEvent* event)

@@ -4,6 +4,7 @@
 #include <QImage>
 #include <QPixmap>
 
+class QPainter;
 class QRubberBand;
 class QTimer;
 
@@ -22,6 +23,11 @@ public:
 
     void setFit(bool stretch, bool enlarge, bool smooth);
     void setBackground(const QColor& color, const QImage& texture = QImage());
+
+    // A few lines drawn in the middle of the area while no image is shown, so an empty window
+    // tells a new user what to do.
+    void setHint(const QString& text);
+    const QString& hint() const { return m_hint; }
 
     // The selected area in image pixels; empty when nothing is selected.
     QRect selection() const { return m_selection; }
@@ -44,13 +50,15 @@ protected:
 
 private:
     void updateScrollBars();
+    void paintHint(QPainter& painter);
     QRect imageToView(const QRect& r) const;
     QRect viewToImage(const QRect& r) const;
 
     QImage m_image;
-    QPixmap m_scaled; // the image at its drawn size, made once per size
+    QImage m_scaled; // the image at its drawn size, made once per size
     QColor m_background = Qt::black;
     QImage m_texture;
+    QString m_hint;
     bool m_stretch = true;
     bool m_enlarge = false;
     bool m_smooth = false;

@@ -2,11 +2,15 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QIcon>
+#include <QImage>
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
-#include <QStyle>
+#include <QPixmap>
+#include <QStandardPaths>
 #include <QToolBar>
+#include <QToolButton>
 
 namespace kavori {
 
@@ -101,7 +105,7 @@ const MenuTable kMenus[] = {
       {"mnuSlideShowWizard", "Slide Show &Wizard...", "Ctrl+W"},
       {"mnuLoadRecentShow", "&Recent Slide Shows...", ""},
       {"mnuLoadFavoriteShow", "&Favorite Slide Shows...", ""},
-      {"mnuArrangeList", "&Arrange Favorite Shows...", ""},
+      {"mnuArrangeList", "&Arrange Slide List...", ""},
       {"", "", ""},
       {"mnuDescOptions", "&Description Options...", ""},
       {"mnuRenameShow", "Re&name Slide Show...", ""},
@@ -125,12 +129,12 @@ const MenuTable kMenus[] = {
       {"mnuDelEmptyFolder", "Delete &Empty Folder...", ""},
       {"mnuSearchDuplicate", "Find Du&plicate Files...", ""},
       {"", "", ""},
-      {"mnuFloppy", ">Flopp&y Disk", ""},
-      {"mnuCopyImgToFloppy", "&Copy Images to Floppy...", ""},
-      {"mnuCopyFromFloppy", "Copy Images &from Floppy...", ""},
-      {"mnuDelImgOnFloppy", "&Delete Images on Floppy...", ""},
-      {"mnuDiskcopyFloppy", "Co&py Floppy Disk...", ""},
-      {"mnuFormatFloppy", "F&ormat Floppy Disk...", ""},
+      {"mnuFloppy", ">Removable Dis&k", ""},
+      {"mnuCopyImgToFloppy", "&Copy Images to Removable Disk...", ""},
+      {"mnuCopyFromFloppy", "Copy Images &from Removable Disk...", ""},
+      {"mnuDelImgOnFloppy", "&Delete Images on Removable Disk...", ""},
+      {"mnuDiskcopyFloppy", "Co&py Whole Removable Disk...", ""},
+      {"mnuFormatFloppy", "F&ormat Removable Disk...", ""},
       {"<", "", ""},
       {"mnuZip", ">&Zip", ""},
       {"mnuZipCurImage", "Zip &Current Image...", ""},
@@ -190,51 +194,263 @@ const MenuTable kMenus[] = {
       {"mnuAbout", "&About Kavori...", ""}}},
 };
 
+// The icon of every command, by freedesktop icon name (Breeze has them all). A name followed by
+// digits in a window ("mnuQuickCopy3", "mnuLast5") takes the icon of the name without them.
+struct IconRow {
+    const char* command;
+    const char* icon;
+};
+
+const IconRow kCommandIcons[] = {
+    {"mnuOpen", "document-open"},
+    {"mnuNewImage", "document-new"},
+    {"mnuSaveCopy", "document-save-as"},
+    {"mnuExportJPG", "document-export"},
+    {"mnuExportBMP", "document-save"},
+    {"mnuImportPCX", "document-import"},
+    {"mnuImportTGA", "insert-image"},
+    {"mnuPrintImage", "document-print"},
+    {"mnuPrintOptions", "document-print-preview"},
+    {"mnuPrinterSetup", "printer"},
+    {"mnuReloadImage", "view-refresh"},
+    {"mnuLast", "image-x-generic"},
+    {"mnuMoreRecent", "document-open-recent"},
+    {"mnuExitToLauncher", "system-log-out"},
+    {"mnuExit", "application-exit"},
+    {"mnuUndo", "edit-undo"},
+    {"mnuCopy", "edit-copy"},
+    {"mnuPaste", "edit-paste"},
+    {"mnuCrop", "transform-crop"},
+    {"mnuImageSize", "transform-scale"},
+    {"mnu25Larger", "zoom-in"},
+    {"mnu25Smaller", "zoom-out"},
+    {"mnu50Larger", "zoom-in-large"},
+    {"mnu50Smaller", "zoom-out-large"},
+    {"mnuEditImageSize", "transform-scale"},
+    {"mnu90CW", "object-rotate-right"},
+    {"mnu90CCW", "object-rotate-left"},
+    {"mnu180Degrees", "transform-rotate"},
+    {"mnuArbitrary", "edit-image"},
+    {"mnuFlipHorizontal", "object-flip-horizontal"},
+    {"mnuFlipVertically", "object-flip-vertical"},
+    {"mnuCaptureDesktop", "camera-photo"},
+    {"mnuTempFile", "folder-temp"},
+    {"mnuBrowseFirst", "go-first"},
+    {"mnuBrowsePrevious", "go-previous"},
+    {"mnuBrowseNext", "go-next"},
+    {"mnuBrowseLast", "go-last"},
+    {"mnuFileBrowser", "view-list-tree"},
+    {"mnuThumbnailBrowse", "view-list-icons"},
+    {"mnuThumbnailSelect", "folder-pictures"},
+    {"mnuFindImage", "edit-find"},
+    {"mnuFullScreen", "view-fullscreen"},
+    {"mnuAnimatedGIF", "media-playback-start"},
+    {"mnuSlideShow", "view-presentation"},
+    {"mnuOpenSlideShow", "folder-open"},
+    {"mnuSlideShowWizard", "tools-wizard"},
+    {"mnuLoadRecentShow", "folder-open-recent"},
+    {"mnuLoadFavoriteShow", "bookmarks"},
+    {"mnuArrangeList", "bookmarks-organize"},
+    {"mnuDescOptions", "draw-text"},
+    {"mnuRenameShow", "edit-rename"},
+    {"mnuDeleteSlideShow", "edit-delete"},
+    {"mnuFindSlideShow", "edit-find-replace"},
+    {"mnuPackage", "package-x-generic"},
+    {"mnuDeletePackage", "edit-delete-remove"},
+    {"mnuSetScreenSaver", "preferences-desktop-screensaver"},
+    {"mnuSSaverSettings", "configure"},
+    {"mnuFileCopyImages", "edit-copy"},
+    {"mnuMoveImages", "edit-move"},
+    {"mnuMoveCurrentImg", "transform-move"},
+    {"mnuDeleteImages", "edit-delete"},
+    {"mnuDeleteCurrentImage", "delete"},
+    {"mnuRenameImg", "edit-rename"},
+    {"mnuRenameCurrentImg", "document-edit"},
+    {"mnuDelEmptyFolder", "trash-empty"},
+    {"mnuSearchDuplicate", "kr_comparedirs"},
+    {"mnuFloppy", "drive-removable-media"},
+    {"mnuCopyImgToFloppy", "document-send"},
+    {"mnuCopyFromFloppy", "document-import"},
+    {"mnuDelImgOnFloppy", "edit-delete"},
+    {"mnuDiskcopyFloppy", "tools-media-optical-copy"},
+    {"mnuFormatFloppy", "tools-media-optical-format"},
+    {"mnuZip", "application-x-archive"},
+    {"mnuZipCurImage", "archive-insert"},
+    {"mnuZipImgFolder", "archive-insert"},
+    {"mnuZipFolder", "archive-insert"},
+    {"mnuQuickFolders", "folder-favorites"},
+    {"mnuQuickCopy", "edit-copy"},
+    {"mnuQuickMove", "edit-move"},
+    {"mnuFavoriteFolder", "go-home"},
+    {"mnuFavorites", "favorite"},
+    {"mnuFavoritesAdd", "bookmark-new"},
+    {"mnuFavoritesRemove", "bookmark-remove"},
+    {"mnuFavoritesClear", "edit-clear-list"},
+    {"mnuFavoritesList", "bookmark-edit"},
+    {"mnuViewFavorites", "view-preview"},
+    {"mnuSaveFavoritesAsShow", "media-playlist-append"},
+    {"mnuSetWallpaper", "preferences-desktop-wallpaper"},
+    {"mnuLoadWallpaper", "insert-image"},
+    {"mnuClearWallpaper", "edit-clear-all"},
+    {"mnuTileImage", "view-list-icons"},
+    {"mnuDisplayProperties", "preferences-desktop-display"},
+    {"mnuMultimediaProperties", "preferences-desktop-sound"},
+    {"mnuSysInfo", "documentinfo"},
+    {"mnuTopmost", "window-keep-above"},
+    {"mnuPref", "configure"},
+    {"mnuAdvancedSettings", "preferences-other"},
+    {"mnuSelectLanguage", "preferences-desktop-locale"},
+    {"mnuOpenWith", "system-run"},
+    {"mnuOpenEditor", "system-run"},
+    {"mnuSelectProgram", "document-properties"},
+    {"mnuMediaPlayer", "applications-multimedia"},
+    {"mnuHelpContents", "help-contents"},
+    {"mnuHelpSearch", "help-hint"},
+    {"mnuTipOfDay", "help-whatsthis"},
+    {"mnuReadMe", "text-x-readme"},
+    {"mnuWebSite", "globe"},
+    {"mnuAbout", "help-about"},
+};
+
+// The icon theme the program ships with (Debian's breeze-icon-theme).
+const char kIconTheme[] = "breeze";
+
+// The twelve quick folder buttons show a folder beside their key.
+const char kQuickFolderIcon[] = "folder-favorites";
+
+// A button shows the icon of the command it runs.
 struct ButtonRow {
     const char* key;
     const char* action; // the menu command the button runs
     const char* tip;
-    QStyle::StandardPixmap icon;
 };
 
 const ButtonRow kMainButtons[] = {
-    {"New", "mnuNewImage", "New Image", QStyle::SP_FileIcon},
-    {"Open", "mnuOpen", "Open Image", QStyle::SP_DialogOpenButton},
-    {"File", "mnuFileBrowser", "File Browser", QStyle::SP_DirIcon},
-    {"Print", "mnuPrintImage", "Print Image", QStyle::SP_FileDialogDetailedView},
-    {"PrintOptions", "mnuPrintOptions", "Print Options", QStyle::SP_FileDialogInfoView},
-    {"Copy", "mnuCopy", "Copy", QStyle::SP_FileDialogNewFolder},
-    {"Paste", "mnuPaste", "Paste", QStyle::SP_DialogApplyButton},
-    {"Find", "mnuFindImage", "Find Image", QStyle::SP_FileDialogContentsView},
-    {"Fullscreen", "mnuFullScreen", "Full Screen", QStyle::SP_TitleBarMaxButton},
-    {"Thumbnail", "mnuThumbnailBrowse", "Thumbnails", QStyle::SP_FileDialogListView},
-    {"Slide Show Editor", "mnuSlideShow", "Slide Show Editor", QStyle::SP_MediaPlay},
-    {"Load Slide Show", "mnuOpenSlideShow", "Open Slide Show", QStyle::SP_DirOpenIcon},
-    {"Add", "mnuFavoritesAdd", "Add to Favorites", QStyle::SP_ArrowUp},
-    {"Remove", "mnuFavoritesRemove", "Remove from Favorites", QStyle::SP_ArrowDown},
-    {"Preferences", "mnuPref", "Preferences", QStyle::SP_ComputerIcon},
-    {"About", "mnuAbout", "About Kavori", QStyle::SP_MessageBoxInformation},
-    {"Description", "mnuDescOptions", "Description Options", QStyle::SP_FileDialogInfoView},
-    {"Wizard", "mnuSlideShowWizard", "Slide Show Wizard", QStyle::SP_DialogYesButton},
-    {"Arrange", "mnuArrangeList", "Arrange Favorite Shows", QStyle::SP_FileDialogToParent},
-    {"Help2", "mnuTipOfDay", "Tip of the Day", QStyle::SP_MessageBoxQuestion},
-    {"Help", "mnuHelpContents", "Help", QStyle::SP_TitleBarContextHelpButton},
+    {"New", "mnuNewImage", "New Image"},
+    {"Open", "mnuOpen", "Open Image"},
+    {"File", "mnuFileBrowser", "File Browser"},
+    {"Print", "mnuPrintImage", "Print Image"},
+    {"PrintOptions", "mnuPrintOptions", "Print Options"},
+    {"Copy", "mnuCopy", "Copy"},
+    {"Paste", "mnuPaste", "Paste"},
+    {"Find", "mnuFindImage", "Find Image"},
+    {"Fullscreen", "mnuFullScreen", "Full Screen"},
+    {"Thumbnail", "mnuThumbnailBrowse", "Thumbnails"},
+    {"Slide Show Editor", "mnuSlideShow", "Slide Show Editor"},
+    {"Load Slide Show", "mnuOpenSlideShow", "Open Slide Show"},
+    {"Add", "mnuFavoritesAdd", "Add to Favorites"},
+    {"Remove", "mnuFavoritesRemove", "Remove from Favorites"},
+    {"Preferences", "mnuPref", "Preferences"},
+    {"About", "mnuAbout", "About Kavori"},
+    {"Description", "mnuDescOptions", "Description Options"},
+    {"Wizard", "mnuSlideShowWizard", "Slide Show Wizard"},
+    {"Arrange", "mnuArrangeList", "Arrange Slide List"},
+    {"Help2", "mnuTipOfDay", "Tip of the Day"},
+    {"Help", "mnuHelpContents", "Help"},
 };
 
 const ButtonRow kQuickButtons[] = {
-    {"COP", "mnuQuickFolders", "Quick Folders", QStyle::SP_DirLinkIcon},
-    {"FF", "mnuFavoriteFolder", "Favorite Folder", QStyle::SP_DirHomeIcon},
-    {"tFirst", "mnuBrowseFirst", "First Image", QStyle::SP_MediaSkipBackward},
-    {"tBack", "mnuBrowsePrevious", "Previous Image", QStyle::SP_MediaSeekBackward},
-    {"tNext", "mnuBrowseNext", "Next Image", QStyle::SP_MediaSeekForward},
-    {"tLast", "mnuBrowseLast", "Last Image", QStyle::SP_MediaSkipForward},
-    {"tBrowser", "mnuFileBrowser", "File Browser", QStyle::SP_DirIcon},
+    {"COP", "mnuQuickFolders", "Quick Folders"},
+    {"FF", "mnuFavoriteFolder", "Favorite Folder"},
+    {"tFirst", "mnuBrowseFirst", "First Image"},
+    {"tBack", "mnuBrowsePrevious", "Previous Image"},
+    {"tNext", "mnuBrowseNext", "Next Image"},
+    {"tLast", "mnuBrowseLast", "Last Image"},
+    {"tBrowser", "mnuFileBrowser", "File Browser"},
 };
+
+// The command a toolbar button runs, kept on the button for its icon.
+const char kCommandProperty[] = "command";
+
+// Breeze's icons are dark grey line drawings, which the style's own disabled look only lightens
+// a little: a disabled command gets its icon at a third of its strength, so it reads as off.
+QIcon WithGreyedDisabled(const QIcon& icon)
+{
+    if (icon.isNull())
+        return icon;
+    QIcon out;
+    for (const int size : {16, 20, 22, 24, 32, 44, 64}) {
+        const QPixmap normal = icon.pixmap(QSize(size, size));
+        if (normal.isNull())
+            continue;
+        QImage faded = normal.toImage().convertToFormat(QImage::Format_ARGB32);
+        for (int y = 0; y < faded.height(); ++y) {
+            auto* line = reinterpret_cast<QRgb*>(faded.scanLine(y));
+            for (int x = 0; x < faded.width(); ++x) {
+                const int grey = qGray(line[x]);
+                line[x] = qRgba(grey, grey, grey, qAlpha(line[x]) / 3);
+            }
+        }
+        out.addPixmap(normal, QIcon::Normal);
+        out.addPixmap(QPixmap::fromImage(faded), QIcon::Disabled);
+    }
+    return out;
+}
 
 } // namespace
 
+void UseIconTheme()
+{
+    static bool done = false;
+    if (done)
+        return;
+    done = true;
+    // Found without a desktop session too: the system's icon folders are searched as well.
+    QStringList paths = QIcon::themeSearchPaths();
+    QStringList system =
+        QStandardPaths::locateAll(QStandardPaths::GenericDataLocation, QStringLiteral("icons"),
+                                  QStandardPaths::LocateDirectory);
+    system << QStringLiteral("/usr/share/icons") << QStringLiteral("/usr/local/share/icons");
+    for (const QString& folder : std::as_const(system))
+        if (!paths.contains(folder))
+            paths << folder;
+    QIcon::setThemeSearchPaths(paths);
+    QIcon::setFallbackThemeName(QString::fromLatin1(kIconTheme));
+    // Without a desktop there is no theme of the user's (or only the bare "hicolor"): ours is it.
+    if (QIcon::themeName().isEmpty() || QIcon::themeName() == QLatin1String("hicolor"))
+        QIcon::setThemeName(QString::fromLatin1(kIconTheme));
+}
+
+QString CommandIconName(const QString& command)
+{
+    QString name = command;
+    while (!name.isEmpty() && name.back().isDigit())
+        name.chop(1);
+    for (const IconRow& row : kCommandIcons) {
+        if (name == QLatin1String(row.command))
+            return QString::fromLatin1(row.icon);
+    }
+    return {};
+}
+
+void ApplyCommandIcons(QMainWindow* window)
+{
+    UseIconTheme();
+    for (QAction* action : window->findChildren<QAction*>()) {
+        const QString command = action->property(kCommandProperty).toString();
+        QString icon = CommandIconName(command.isEmpty() ? action->objectName() : command);
+        const bool quickFolder = command.isEmpty() &&
+                                 action->objectName().startsWith(QLatin1String("btnF")) &&
+                                 action->objectName().mid(4).toInt() > 0;
+        if (quickFolder)
+            icon = QString::fromLatin1(kQuickFolderIcon);
+        if (icon.isEmpty())
+            continue;
+        action->setIcon(WithGreyedDisabled(QIcon::fromTheme(icon)));
+        if (quickFolder) {
+            // Twelve keys side by side: on the toolbar the key is the picture (as it always
+            // was); the folder shows where the toolbar overflows into a menu.
+            for (QToolBar* bar : window->findChildren<QToolBar*>()) {
+                if (auto* button = qobject_cast<QToolButton*>(bar->widgetForAction(action)))
+                    button->setToolButtonStyle(Qt::ToolButtonTextOnly);
+            }
+        }
+    }
+}
+
 MainMenus BuildMainMenus(QMainWindow* window)
 {
+    UseIconTheme();
     MainMenus menus;
     QMenuBar* bar = window->menuBar();
     for (const MenuTable& table : kMenus) {
@@ -264,14 +480,13 @@ MainMenus BuildMainMenus(QMainWindow* window)
         }
     }
 
-    QStyle* style = window->style();
     auto addButtons = [&](QToolBar* toolbar, const auto& rows) {
         for (const ButtonRow& row : rows) {
             const QString key = QString::fromLatin1(row.key);
-            auto* button =
-                new QAction(style->standardIcon(row.icon), QString::fromLatin1(row.tip), toolbar);
+            auto* button = new QAction(QString::fromLatin1(row.tip), toolbar);
             button->setObjectName(QStringLiteral("btn") + QString(key).remove(u' '));
             button->setData(key);
+            button->setProperty(kCommandProperty, QString::fromLatin1(row.action));
             if (QAction* target = menus.actions.value(QString::fromLatin1(row.action))) {
                 QObject::connect(button, &QAction::triggered, target, &QAction::trigger);
                 button->setEnabled(target->isEnabled());

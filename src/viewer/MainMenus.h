@@ -23,6 +23,15 @@ struct MainMenus {
 
 MainMenus BuildMainMenus(QMainWindow* window);
 
+// Icons come from the freedesktop icon theme by name: the desktop's theme when there is one,
+// Breeze (installed with the program) where it has no icon or there is no desktop at all.
+void UseIconTheme();
+// The icon name of a command (an action's object name); empty for a name not in the table.
+QString CommandIconName(const QString& command);
+// Gives every command and toolbar button of the window its icon from the table, once all of
+// them exist (subsystems add some of their own).
+void ApplyCommandIcons(QMainWindow* window);
+
 // The object names of all menu commands, in menu order.
 QStringList MainMenuActionNames();
 

@@ -1,27 +1,38 @@
 #include "MainViewFrm.h"
 
 #include "AppIcon.h"
+#include "DesktopCommands.h"
 #include "DropRequest.h"
 #include "EditDialogs.h"
 #include "FolderBrowse.h"
 #include "ImagePrinting.h"
 #include "ImageView.h"
+#include "MenuHelp.h"
 #include "RecentFiles.h"
 #include "StartRequest.h"
+#include "SystemCommands.h"
+#include "editor/EditorCommands.h"
+#include "editor/SlideLoadFrm.h"
+#include "files/FileCommands.h"
+#include "files/FindCommands.h"
+#include "files/RemovableCommands.h"
+#include "files/ZipCommands.h"
 #include "frmPreferences.h"
 #include "frmTip.h"
+#include "frmToolbar.h"
 #include "imaging/ImageSaving.h"
 #include "imaging/ImageTypes.h"
 #include "imaging/PictureLoader.h"
+#include "packaging/PackageCommands.h"
+#include "packaging/SaverCommands.h"
 #include "platform/AppPaths.h"
 #include "platform/DisplaySettings.h"
 #include "platform/HelpFile.h"
 #include "platform/RecentDocuments.h"
+#include "platform/StartupState.h"
 #include "platform/TickCount.h"
 #include "platform/Twips.h"
 #include "platform/UserSettings.h"
-#include "editor/EditorCommands.h"
-#include "editor/SlideLoadFrm.h"
 #include "playback/FullViewFrm.h"
 #include "playback/PlaybackCommands.h"
 #include "runtime/DoEvents.h"
@@ -35,8 +46,9 @@
 #include "slideshow/BonusPack.h"
 #include "slideshow/SlideShow.h"
 #include "slideshow/SlideShowFile.h"
-#include "platform/StartupState.h"
 #include "startup/WaitFrm.h"
+#include "thumbs/BrowserCommands.h"
+#include "thumbs/ThumbnailCommands.h"
 
 #include <QAction>
 #include <QApplication>
@@ -62,12 +74,19 @@
 
 namespace kavori {
 
+QString EmptyWindowHint(bool recentFiles)
+{
+    QString hint = QStringLiteral("No picture is open.\n\n"
+                                  "Open one with File > Open Image... (Ctrl+O),\n");
+    if (!recentFiles)
+        return hint + QStringLiteral("or drop a picture or a slide show here.");
+    return hint + QStringLiteral("drop a picture or a slide show here,\n"
+                                 "or pick one of the recent files at the foot of the File menu.");
+}
+
 QString OpenImageFilter()
 {
-    return QStringLiteral(
-        "All Supported Images (*.bmp *.dib *.rle *.jpg *.jif *.jpe *.jpeg *.gif *.wmf *.emf *.ico "
-        "*.cur);;Windows Bitmap (*.bmp *.dib *.rle);;JPEG (*.jpg *.jif *.jpe *.jpeg);;Graphics "
-        "Interchange Format (*.gif);;Metafiles (*.wmf *.emf);;Icons and Cursors (*.ico *.cur)");
+    return ImageOpenFilter();
 }
 
 MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
@@ -102,12 +121,26 @@ MainViewFrm::MainViewFrm(QWidget* parent) : QMainWindow(parent)
     connectCommands();
     ConnectPlaybackCommands(this);
     ConnectEditorCommands(this);
+    ConnectFileCommands(this);
+    ConnectFindCommands(this);
+    ConnectZipCommands(this);
+    ConnectRemovableCommands(this);
+    ConnectSystemCommands(this);
+    ConnectDesktopCommands(this);
+    ConnectSaverCommands(this);
+    ConnectPackageCommands(this);
+    ConnectThumbnailCommands(this);
+    ConnectBrowserCommands(this);
+    ApplyCommandIcons(this);
+    // After every command is in its menu (some are added by the Connect... functions).
+    InstallMenuHelp(menuBar());
 
     m_statusText = new QLabel(this);
     m_statusText->setObjectName(QStringLiteral("lblStatus"));
     statusBar()->setObjectName(QStringLiteral("StatusBar1"));
     statusBar()->addWidget(m_statusText, 1);
 
+    m_namedFiles = CurrentStartup().CommandLineFiles;
     readStartRequest();
     restoreGeometryFromSettings();
     applyPreferences();
@@ -220,7 +253,8 @@ void MainViewFrm::connectCommands()
                 vbInformation);
             return;
         }
-        if (!HasExtension(m_document.currentFile(), QStringLiteral(".GIF"))) {
+        const QString file = m_document.currentFile();
+        if (!HasExtension(file, QStringLiteral(".GIF")) && !IsAnimatedPicture(file)) {
             MsgBox(QStringLiteral("The current image is not a .GIF file, unable to animate..."),
                    vbInformation);
             return;
@@ -310,6 +344,13 @@ void MainViewFrm::showDocument()
     } else {
         m_statusText->clear();
     }
+    m_view->setHint(m_document.hasImage()
+                        ? QString()
+                        : EmptyWindowHint(!CurrentSettings().Recent[0].isEmpty()));
+    if (m_document.currentFile() != m_shownFile) {
+        m_shownFile = m_document.currentFile();
+        Q_EMIT currentFileChanged(m_shownFile);
+    }
 }
 
 bool MainViewFrm::openImage(const QString& path)
@@ -326,6 +367,9 @@ bool MainViewFrm::openImage(const QString& path)
         return false;
     }
     m_document.setImage(image, path);
+    // A picture from elsewhere ends the stepping through the pictures named at start.
+    if (!m_namedFiles.contains(path))
+        m_namedFiles.clear();
     showDocument();
     if (CurrentSettings().AutosizeWindow && !isMaximized() && !isFullScreen())
         fitWindowToImage();
@@ -338,8 +382,42 @@ bool MainViewFrm::openImage(const QString& path)
     return true;
 }
 
+void MainViewFrm::followCurrentFile(const QString& newPath)
+{
+    if (!newPath.isEmpty()) {
+        m_document.fileMoved(newPath);
+        CurrentSettings().LastOpenedFile = newPath;
+        showDocument();
+        return;
+    }
+    const QString gone = m_document.currentFile();
+    // The list as it was with the file in it.
+    const QStringList before = m_namedFiles.contains(gone) ? m_namedFiles : m_folderList;
+    m_listedFolder.clear();
+    const QStringList& now = folderList();
+    qsizetype at = -1;
+    for (qsizetype i = 0; i < before.size(); ++i)
+        if (before[i].compare(gone, Qt::CaseInsensitive) == 0)
+            at = i;
+    QStringList candidates = before.mid(at + 1);
+    for (qsizetype i = at - 1; i >= 0; --i)
+        candidates << before[i];
+    if (at < 0)
+        candidates = now;
+    m_document.clear();
+    for (const QString& next : std::as_const(candidates)) {
+        if (now.contains(next) && openImage(next))
+            return;
+    }
+    showDocument();
+}
+
 const QStringList& MainViewFrm::folderList()
 {
+    // Pictures named together on the command line are stepped through as one folder would be,
+    // while the window shows one of them.
+    if (m_namedFiles.contains(m_document.currentFile()))
+        return m_namedFiles;
     const QString folder = FolderOf(m_document.currentFile());
     const QDateTime stamp = QFileInfo(folder).lastModified();
     if (folder != m_listedFolder || stamp != m_listedStamp) {
@@ -474,6 +552,8 @@ void MainViewFrm::runStartSequence()
     DoEvents();
     if (!alive || m_ending)
         return;
+    if (CurrentSettings().ShowToolbar && !findChild<frmToolbar*>())
+        (new frmToolbar(this))->showAtSavedPlace();
     const StartupState& start = CurrentStartup();
     // A show to edit was named on the command line: the editor opens with it, nothing else.
     if (!start.EditFile.isEmpty()) {
@@ -497,8 +577,7 @@ void MainViewFrm::runStartSequence()
     else if (start.CommandLine.isEmpty() && IsImageFile(CurrentSettings().DefaultImage))
         openImage(CurrentSettings().DefaultImage);
 
-    // The request: the command line's, else the one the settings choose; the thumbnails are a
-    // subsystem of their own, not part of this window yet.
+    // The request: the command line's, else the one the settings choose.
     const qint16 request = m_startRequest != 0 ? m_startRequest : CurrentSettings().StartupDialog;
     switch (request) {
     case 1:
@@ -510,6 +589,14 @@ void MainViewFrm::runStartSequence()
     case 3:
         openDialog();
         break;
+    case 4: {
+        // The folder the command line named, else the current picture's.
+        QString folder = m_thumbnailFolder;
+        if (folder.isEmpty() && IsFullPath(m_document.currentFile()))
+            folder = FolderOf(m_document.currentFile());
+        OpenThumbnailBrowser(this, folder);
+        break;
+    }
     case 5: {
         auto* dialog = new frmLanguage(this);
         dialog->setAttribute(Qt::WA_DeleteOnClose);
@@ -648,7 +735,7 @@ void MainViewFrm::updateRecentMenu()
         QAction* entry = m_menus.action(QStringLiteral("mnuLast") + QString::number(i + 1));
         const QString path = s.Recent[std::size_t(i)];
         entry->setVisible(!path.isEmpty());
-        entry->setText(RecentFileCaption(path));
+        entry->setText(RecentMenuCaption(i + 1, path));
     }
 }
 
@@ -697,17 +784,27 @@ void MainViewFrm::importImage(bool pcx)
     const QString path = CurrentPrompts().openFile(
         pcx ? QStringLiteral("Import PCX Image File") : QStringLiteral("Import TGA Image File"),
         QString(), pcx ? QStringLiteral("PCX Image (*.pcx)") : QStringLiteral("TGA Image (*.tga)"));
-    if (path.isEmpty())
-        return;
+    if (!path.isEmpty())
+        importPicture(path);
+}
+
+bool MainViewFrm::importFile(const QString& path)
+{
+    return ConfirmDiscardChanges(m_document) && importPicture(path);
+}
+
+bool MainViewFrm::importPicture(const QString& path)
+{
     const QImage image = ImportPicture(path);
     if (image.isNull()) {
         MsgBox(QStringLiteral("Unable to import the image file:") + NewLine2() + path + NewLine2() +
                    QStringLiteral("The file may be damaged or is not a supported type..."),
                vbInformation);
-        return;
+        return false;
     }
     m_document.setUntitled(image, QString(), FileNameOf(path));
     showDocument();
+    return true;
 }
 
 void MainViewFrm::newImage()

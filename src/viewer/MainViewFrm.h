@@ -34,6 +34,14 @@ public:
     // Opens an image file after the unsaved-image question; false when it was not opened.
     bool openImage(const QString& path);
 
+    // Imports a PCX or TGA picture as a new untitled image, after the unsaved-image question.
+    bool importFile(const QString& path);
+
+    // The current file was moved or renamed to newPath: the window follows it. With newPath
+    // empty it was deleted: the window moves on to the next picture of the folder (or the one
+    // before), or shows nothing.
+    void followCurrentFile(const QString& newPath);
+
     // Handles a file dropped on the image area.
     void dropFile(const QString& path);
 
@@ -42,6 +50,10 @@ public:
 
     // The request the command line made of the window (0 none).
     qint16 startRequest() const { return m_startRequest; }
+
+Q_SIGNALS:
+    // The picture shown is now another file (empty when none is shown).
+    void currentFileChanged(const QString& path);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -57,6 +69,7 @@ private:
     void openRecent(int index);
     void exportImage(bool jpeg);
     void importImage(bool pcx);
+    bool importPicture(const QString& path);
     void newImage();
     void showAbout();
     void showDisplaySettings();
@@ -67,6 +80,7 @@ private:
     void prefetchNeighbours();
     void connectCommands();
     void showDocument();
+    QString m_shownFile; // the file currentFileChanged last named
     void runEdit(const QString& undoCaption,
                  const std::function<EditResult(const QImage&)>& command);
     void browse(BrowseStep step);
@@ -90,7 +104,13 @@ private:
     QDateTime m_listedStamp;
     QStringList m_folderList;
     QString m_thumbnailFolder;
+    // Pictures named together on the command line, stepped through as one folder would be.
+    QStringList m_namedFiles;
 };
+
+// What the image area says while no picture is open; the recent files are pointed to when
+// there are some.
+QString EmptyWindowHint(bool recentFiles);
 
 // The filter of the open-image dialog: every supported type, then each family.
 QString OpenImageFilter();

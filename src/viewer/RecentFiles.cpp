@@ -33,4 +33,11 @@ void AddRecentFile(const QString& path)
     WriteRecentFiles();
 }
 
+QString RecentMenuCaption(int number, const QString& path)
+{
+    QString shown = RecentFileCaption(path).trimmed();
+    shown.replace(u'&', QStringLiteral("&&"));
+    return u'&' + QString::number(number) + u' ' + shown;
+}
+
 } // namespace kavori

@@ -9,4 +9,8 @@ namespace kavori {
 // lists. Untitled pictures and bare names are not kept, nor anything when KeepRecent is off.
 void AddRecentFile(const QString& path);
 
+// The File menu's entry for recent file number (1 to 7): "&1 " and the shortened path, its own
+// "&" doubled so a folder named "Tom & Jerry" shows as it is and 1 stays the accelerator.
+QString RecentMenuCaption(int number, const QString& path);
+
 } // namespace kavori

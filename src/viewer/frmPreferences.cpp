@@ -40,7 +40,9 @@ const Group kGroups[] = {
       {"UseHalftoneMode", &Settings::UseHalftoneMode, "Smooth (&halftone) stretching"},
       {"ViewFullScreen", &Settings::ViewFullScreen, "Show opened images &full screen"},
       {"ClickScreenOpen", &Settings::ClickScreenOpen, "A &click on the image area opens a file"},
-      {"DisplayLastOpened", &Settings::DisplayLastOpened, "Reopen the &last image at start"}}},
+      {"DisplayLastOpened", &Settings::DisplayLastOpened, "Reopen the &last image at start"},
+      {"ClassicTypesOnly", &Settings::ClassicTypesOnly,
+       "Classic picture t&ypes only (no PNG, TIFF, WebP, AVIF, HEIF or JPEG XL)"}}},
     {"Command line and files",
      {{"StartFullScreen", &Settings::StartFullScreen,
        "Images named on the command line open full scree&n"},
@@ -102,6 +104,7 @@ void frmPreferences::remember() const
             s.*(sw.field) = m_flags.value(QString::fromLatin1(sw.key))->isChecked();
     s.StartupDialog = qint16(m_startup->currentIndex());
     WritePreferences();
+    WriteExtras();
 }
 
 } // namespace kavori

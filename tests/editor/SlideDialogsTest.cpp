@@ -2,7 +2,10 @@
 #include "editor/SlideRangeFrm.h"
 #include "editor/frmSlideProperties.h"
 #include "editor/frmTransition.h"
+#include "files/FolderPane.h"
+#include "files/frmCopyImages.h"
 #include "platform/AppPaths.h"
+#include "playback/FullViewFrm.h"
 #include "playback/TransitionPreview.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Random.h"
@@ -10,11 +13,13 @@
 #include "slideshow/SlideShowFile.h"
 #include "support/ShowTest.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDir>
+#include <QFileSystemModel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
@@ -254,4 +259,106 @@ TEST_F(SlideDialogsTest, TransitionCommandsForEverySlideAndMovies)
     d.preview();
     EXPECT_EQ(d.previewBox()->lines(),
               QStringList({"   Unable to show", "   transitions on", "   movie files..."}));
+}
+
+TEST_F(SlideDialogsTest, SelectingLinesListingNamesAndAShowOnAMissingMedium)
+{
+    SlideLoadFrm editor;
+    inNextDialog<SlideRangeFrm>([](SlideRangeFrm& range) {
+        range.setRange(1, 2);
+        range.accept();
+    });
+    editor.findChild<QAction*>(QStringLiteral("mnuSelectRange"))->trigger();
+    EXPECT_EQ(editor.selectedLines(), QVector<int>({1, 2}));
+
+    editor.selectLines({0});
+    prompts().inputs = {QStringLiteral("2")};
+    editor.findChild<QAction*>(QStringLiteral("mnuSelectSome1"))->trigger();
+    EXPECT_EQ(editor.selectedLines(), QVector<int>({0, 2}));
+
+    auto* list = editor.findChild<QAbstractItemView*>(QStringLiteral("ViewList"));
+    const QModelIndex first = list->model()->index(0, 0);
+    EXPECT_EQ(first.data().toString(), CurrentShow().slides[0].SlideFile);
+    editor.findChild<QAction*>(QStringLiteral("mnuListFilenames"))->trigger();
+    EXPECT_EQ(first.data().toString(), QStringLiteral("pic0.bmp"));
+    EXPECT_EQ(first.data(Qt::ToolTipRole).toString(), CurrentShow().slides[0].SlideFile);
+
+    // A show on a stick that is not in: the medium is asked for, and Cancel loads nothing.
+    prompts().clear();
+    prompts().answers = {vbCancel};
+    EXPECT_FALSE(editor.load(QStringLiteral("/media/someone/HOLIDAY/Shows/Beach.KAV")));
+    ASSERT_EQ(prompts().calls.size(), 1);
+    EXPECT_EQ(prompts().calls[0].text,
+              QStringLiteral("Insert the disk that contains the file:\r\n\r\n"
+                             "/media/someone/HOLIDAY/Shows/Beach.KAV\r\n\r\n"
+                             "...into Floppy Drive HOLIDAY\r\n\r\n"
+                             "Press the \"OK\" button to continue."));
+    EXPECT_EQ(CurrentShow().slides.size(), 3);
+}
+
+TEST_F(SlideDialogsTest, FullScreenPreviewPlaysTheSlideAndLeavesShowAndSettingsAlone)
+{
+    CurrentSettings().ResumeLastDisplayed = true;
+    CurrentSettings().ImageLastDisplayed = 2;
+    frmTransition d(1);
+    d.selectTransition(9);
+    int slides = -1;
+    qint16 transition = -1;
+    bool pauseRefused = false;
+    inNextDialog<FullViewFrm>([&](FullViewFrm& player) {
+        ASSERT_TRUE(QTest::qWaitFor(
+            [&] { return player.currentSlide() >= 0 && !player.isLoading(); }, 5000));
+        slides = int(CurrentShow().slides.size());
+        transition = CurrentShow().slides[0].SlideTransition;
+        player.runAction(PlayerAction::Pause);
+        pauseRefused = !player.isPaused();
+        const QImage& screen = player.screenImage();
+        EXPECT_EQ(QColor(screen.pixel(screen.width() / 2, screen.height() / 2)), QColor(Qt::green));
+        player.endShow();
+    });
+    d.previewFullScreen();
+    EXPECT_EQ(slides, 1);
+    EXPECT_EQ(transition, 9);
+    EXPECT_TRUE(pauseRefused);
+    EXPECT_EQ(CurrentShow().slides.size(), 3);
+    EXPECT_EQ(CurrentSettings().ImageLastDisplayed, 2);
+    EXPECT_TRUE(CurrentSettings().ResumeLastDisplayed);
+}
+
+TEST_F(SlideDialogsTest, CopyImagesOpensOnTheSourceFolderWithTheChosenPictures)
+{
+    SlideLoadFrm editor;
+    const QString folder = root() + QStringLiteral("show");
+    editor.setSourceFolder(folder);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return editor.allSourceFiles().size() == 3; }, 5000));
+    const QString second = editor.allSourceFiles().at(1);
+    auto* files = editor.findChild<QAbstractItemView*>(QStringLiteral("File1"));
+    const QModelIndex root = files->rootIndex();
+    for (int row = 0; row < files->model()->rowCount(root); ++row) {
+        const QModelIndex index = files->model()->index(row, 0, root);
+        if (index.data(QFileSystemModel::FilePathRole).toString() == second)
+            files->selectionModel()->select(index, QItemSelectionModel::Select);
+    }
+    ASSERT_EQ(editor.selectedSourceFiles(), QStringList({second}));
+    QStringList offered;
+    inNextDialog<frmCopyImages>([&](frmCopyImages& d) {
+        offered = d.source()->selectedFiles();
+        d.reject();
+    });
+    editor.findChild<QAction*>(QStringLiteral("mnuCopyImages"))->trigger();
+    EXPECT_EQ(offered, QStringList({second}));
+}
+
+TEST_F(SlideDialogsTest, SaveAsWithoutAFileNameIsRefused)
+{
+    SlideLoadFrm editor;
+    const QStringList choices = {root() + QStringLiteral("show/"), root() + QStringLiteral(".kav")};
+    for (const QString& chosen : choices) {
+        prompts().clear();
+        prompts().files = {chosen};
+        EXPECT_FALSE(editor.saveAs());
+        EXPECT_EQ(prompts().texts(),
+                  QStringList({"You forgot to enter a filename.\r\n\r\nEnter a name and then try "
+                               "again..."}));
+    }
 }

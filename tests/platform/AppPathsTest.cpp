@@ -8,7 +8,7 @@ using namespace kavori;
 
 class AppPathsTest : public kavori::test::KavoriTest {};
 
-TEST_F(AppPathsTest, HomeIsMadeAndFilledOnceWithoutReplacingFiles)
+TEST_F(AppPathsTest, HomeIsMadeAndFilledOnceWithoutReplacingTheUsersFiles)
 {
     EXPECT_EQ(AppPath(), home());
     EXPECT_TRUE(AppPath().endsWith(u'/'));
@@ -26,6 +26,12 @@ TEST_F(AppPathsTest, HomeIsMadeAndFilledOnceWithoutReplacingFiles)
     writeFile(home() + QStringLiteral("BLANK.WAV"), "mine");
     ASSERT_TRUE(EnsureAppHome());
     EXPECT_EQ(readFile(home() + QStringLiteral("BLANK.WAV")), "mine");
+    // The manual's pages are the program's: an old copy is brought up to date.
+    const QString page = home() + QStringLiteral("Help/index.html");
+    const QByteArray current = readFile(page);
+    writeFile(page, "old page");
+    ASSERT_TRUE(EnsureAppHome());
+    EXPECT_EQ(readFile(page), current);
 
     // The user data folder is used when KAVORI_HOME is not set.
     qunsetenv("KAVORI_HOME");

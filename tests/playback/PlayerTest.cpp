@@ -12,6 +12,7 @@
 #include "slideshow/DescriptionFile.h"
 #include "slideshow/SlideShow.h"
 #include "support/ShowTest.h"
+#include "systemsaver/SystemSaver.h"
 
 #include <QCoreApplication>
 #include <QCursor>
@@ -452,6 +453,54 @@ TEST_F(PlayerTest, ScreenSaverEndsOnAKeyAndNeverByItself)
     QCursor::setPos(110, 100);
     player->TimerMouse_Timer();
     EXPECT_FALSE(player->isVisible());
+}
+
+namespace {
+// The system saver as the player sees it: on, with a value to take away and give back.
+class HeldSaver final : public SystemSaver {
+public:
+    QStringList calls;
+    bool active = true;
+    QString MakeCurrent() override { return {}; }
+    QString CurrentSaverName() override { return {}; }
+    QString CurrentSaverValue() override { return QStringLiteral("C:\\OLD.SCR"); }
+    void DisableSaver() override { calls << QStringLiteral("disable"); }
+    void RestoreSaver(const QString& v) override { calls << QStringLiteral("restore ") + v; }
+    bool SaverActive() override { return active; }
+    bool PasswordInUse() override { return false; }
+};
+} // namespace
+
+TEST_F(PlayerTest, SystemSaverIsHeldOffWhileAShowPlaysWhenAsked)
+{
+    auto owned = std::make_unique<HeldSaver>();
+    HeldSaver* saver = owned.get();
+    auto previous = InstallSystemSaver(std::move(owned));
+    makeShow(2);
+
+    // Off by default: the system saver is left alone.
+    auto player = start({});
+    key(*player, Qt::Key_Escape);
+    EXPECT_TRUE(saver->calls.isEmpty());
+
+    CurrentSettings().DisableScreenSaver = true;
+    player = start({});
+    EXPECT_EQ(saver->calls, QStringList{"disable"});
+    key(*player, Qt::Key_Escape);
+    EXPECT_EQ(saver->calls, (QStringList{"disable", "restore C:\\OLD.SCR"}));
+
+    // Not while running as the saver itself, nor when no saver is on.
+    saver->calls.clear();
+    PlayerStart asSaver;
+    asSaver.screenSaver = true;
+    player = start(asSaver);
+    key(*player, Qt::Key_A);
+    saver->active = false;
+    player = start({});
+    key(*player, Qt::Key_Escape);
+    EXPECT_TRUE(saver->calls.isEmpty());
+    player.reset();
+    InstallSystemSaver(std::move(previous));
 }
 
 TEST_F(PlayerTest, SlideSoundsAndMoviesPlayThroughTheMediaLayer)

@@ -35,6 +35,12 @@ TEST_F(RecentShowsTest, NewShowsGoOnTopAndKnownShowsStayPut)
     EXPECT_EQ(list[0], "/shows/three.kav");
     EXPECT_TRUE(list[3].isEmpty());
 
+    // A user who keeps no recent lists: nothing is added.
+    CurrentSettings().KeepRecent = false;
+    AddRecentShow(QStringLiteral("/shows/private.kav"));
+    EXPECT_EQ(list[0], "/shows/three.kav");
+    CurrentSettings().KeepRecent = true;
+
     // Twenty entries at the most: the oldest drops off.
     for (int i = 0; i < 25; ++i)
         AddRecentShow(QStringLiteral("/shows/more") + QString::number(i) + QStringLiteral(".kav"));

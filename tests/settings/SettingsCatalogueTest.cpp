@@ -347,3 +347,25 @@ TEST_F(SettingsCatalogueTest, FavoriteShowsAndRecentCaptions)
     const QString sixtyOne = sixty + u'x';
     EXPECT_EQ(RecentFileCaption(sixtyOne), "  ..." + sixtyOne.right(57));
 }
+
+TEST_F(SettingsCatalogueTest, ExtrasLiveInTheirOwnSection)
+{
+    EXPECT_TRUE(CatalogueKeys().contains(QStringLiteral("Extras/ClassicTypesOnly")));
+    loadIni("");
+    EXPECT_FALSE(CurrentSettings().ClassicTypesOnly);
+    // Under the classic section the key is not ours and is not read.
+    loadIni("[Viewer]\r\nClassicTypesOnly=True\r\n");
+    EXPECT_FALSE(CurrentSettings().ClassicTypesOnly);
+    loadIni("[Viewer]\r\nQualityJPG=3\r\n[Extras]\r\nClassicTypesOnly=true\r\n");
+    EXPECT_TRUE(CurrentSettings().ClassicTypesOnly);
+    EXPECT_EQ(CurrentSettings().QualityJPG, 3);
+
+    CurrentSettings().ClassicTypesOnly = false;
+    CurrentSettings().QualityJPG = 9;
+    WriteExtras();
+    LoadIniFile(SettingsFilePath());
+    EXPECT_EQ(GetIniValue(QStringLiteral("Extras"), QStringLiteral("ClassicTypesOnly")), "False");
+    EXPECT_EQ(GetIniValue(QStringLiteral("Viewer"), QStringLiteral("QualityJPG")), "3");
+    EXPECT_EQ(GetIniValue(QStringLiteral("Viewer"), QStringLiteral("ClassicTypesOnly")), "");
+    ClearIni();
+}

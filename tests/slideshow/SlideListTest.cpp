@@ -342,3 +342,17 @@ TEST_F(SlideListTest, FolderNamesForNewFolders)
                              "name again..."));
     EXPECT_TRUE(FolderNameRefusal(QStringLiteral("New Folder")).isEmpty());
 }
+
+TEST_F(SlideListTest, EveryNthLineFromTheFirstSelected)
+{
+    EXPECT_EQ(EveryNthLine(QStringLiteral("2"), 7, 0).lines, QVector<int>({0, 2, 4, 6}));
+    EXPECT_EQ(EveryNthLine(QStringLiteral(" 3 "), 7, 1).lines, QVector<int>({1, 4}));
+    EXPECT_EQ(EveryNthLine(QStringLiteral("1"), 3, 0).lines, QVector<int>({0, 1, 2}));
+    for (const char* typed : {"0", "8", "two", "-1"}) {
+        const EveryNth refused = EveryNthLine(QString::fromLatin1(typed), 7, 0);
+        EXPECT_TRUE(refused.lines.isEmpty()) << typed;
+        EXPECT_EQ(refused.refusal,
+                  QStringLiteral("Enter a whole number from 1 to 7 and then try again..."));
+    }
+    EXPECT_EQ(LinesBetween(2, 4), QVector<int>({2, 3, 4}));
+}

@@ -1,14 +1,18 @@
 #include "slideshow/SlideShowFile.h"
 #include "platform/AppPaths.h"
 #include "platform/Display.h"
+#include "platform/StartupState.h"
 #include "runtime/MsgBox.h"
 #include "runtime/WaitDialog.h"
 #include "settings/Settings.h"
 #include "slideshow/SlideShow.h"
-#include "platform/StartupState.h"
+#include "support/FakeProgress.h"
 #include "support/KavoriTest.h"
 
+#include <QDir>
 #include <QFileInfo>
+
+#include <limits>
 
 using namespace kavori;
 
@@ -17,18 +21,7 @@ using namespace kavori;
 
 namespace {
 
-// Stands for the wait dialog: records what it shows, cancels when told to.
-class FakeProgress final : public Progress {
-public:
-    int cancelAfter = -1; // cancel at this many checks
-    int checks = 0;
-    QStringList captions;
-    int maximum = 0;
-    void setCaption(const QString& text) override { captions << text; }
-    void setMaximum(int m) override { maximum = m; }
-    void setValue(int) override {}
-    bool cancelled() override { return cancelAfter >= 0 && ++checks > cancelAfter; }
-};
+using kavori::test::FakeProgress;
 
 QByteArray lines(const QStringList& l)
 {
@@ -423,3 +416,95 @@ TEST_F(SlideShowFileTest, OldLayoutSlidesTakeTheIntervalInEffectBeforeTheRead)
     EXPECT_EQ(CurrentShow().slides[0].SlideDelay, 4);
 }
 // clang-format on
+
+TEST_F(SlideShowFileTest, NumbersReadTheSameWhateverTheirSpelling)
+{
+    // Plain digits take the quick path; signs, blanks, quotes, long and empty fields the general
+    // one: both give the same values.
+    const QByteArray show = lines({"Kavori Slide Show", "Version 1.X", "  2 ", "", "\"007\"", "-1",
+                                   "+12", "", "0000000001", "/p/a.jpg"});
+    ASSERT_TRUE(ReadSlideShow(writeFile(QStringLiteral("n.kav"), show)));
+    const Settings& s = CurrentSettings();
+    EXPECT_EQ(s.SoundMode, 2);
+    EXPECT_EQ(s.CDTrack, 7);
+    EXPECT_TRUE(s.SoundLoop);
+    EXPECT_EQ(s.SlideInterval, 12);
+    EXPECT_FALSE(s.RandomSlides);
+    EXPECT_TRUE(s.ShowFilenames);
+    ASSERT_EQ(CurrentShow().slides.size(), 1);
+
+    // Extremes of each field survive a write and a read.
+    Slide slide = NewSlide(QStringLiteral("/p/b.jpg"));
+    slide.SlidePosX = -32768;
+    slide.SlidePosY = 32767;
+    slide.SlideBackColor = 2147483647;
+    slide.SlideTransition = -7;
+    CurrentShow().slides = {slide};
+    const QString path = root() + QStringLiteral("x.kav");
+    ASSERT_TRUE(WriteSlideShow(path));
+    ASSERT_TRUE(ReadSlideShow(path));
+    ASSERT_EQ(CurrentShow().slides.size(), 1);
+    EXPECT_EQ(CurrentShow().slides[0].SlidePosX, -32768);
+    EXPECT_EQ(CurrentShow().slides[0].SlidePosY, 32767);
+    EXPECT_EQ(CurrentShow().slides[0].SlideBackColor, 2147483647);
+    EXPECT_EQ(CurrentShow().slides[0].SlideTransition, -7);
+}
+
+// A long show is written in blocks from one buffer: every line is the same as a show written
+// a value at a time would hold, across block boundaries, for names beside the show and
+// elsewhere, text beyond ASCII and numbers at their limits; a cancelled save keeps what was
+// written before the cancel.
+TEST_F(SlideShowFileTest, LongShowsAreWrittenLineForLine)
+{
+    makeMedia();
+    const QString folder = root() + QStringLiteral("shows/");
+    const QString descriptions[] = {QStringLiteral("Caf\u00e9 \u00fc \u20ac"),
+                                    QStringLiteral("smile \U0001F600"), QStringLiteral("plain"),
+                                    QString(QChar(0xD800)) + QStringLiteral("lone"), QString()};
+    SlideShow& show = CurrentShow();
+    QByteArray expected = ShowHeaderBytes(show, QString());
+    for (int i = 0; i < 6000; ++i) {
+        Slide slide = NewSlide(i % 2 ? folder + QStringLiteral("sub/p%1.jpg").arg(i)
+                                     : QStringLiteral("/elsewhere/p%1.jpg").arg(i));
+        slide.SlideDescription = descriptions[i % 5];
+        slide.SlideTransition = qint16(i % 58);
+        slide.SlidePosX = qint16(i % 3 ? -i : 32767);
+        slide.SlidePosY = qint16(-32768 + i);
+        slide.SlideBackColor = i % 4 == 0 ? std::numeric_limits<qint32>::min() + i
+                                          : std::numeric_limits<qint32>::max() - i;
+        slide.SlideTexture = i % 7 ? QString() : pics() + QStringLiteral("wood.bmp");
+        slide.SlideDescProps = QStringLiteral("1,5,5,Arial,12,0,255,0,0,1,0,0,3,0");
+        show.slides.append(slide);
+        const QString file = i % 2 ? QStringLiteral("sub/p%1.jpg").arg(i) : slide.SlideFile;
+        const auto q = [](const QString& t) -> QByteArray { return "\"" + t.toUtf8() + "\"\r\n"; };
+        const auto n = [](qint64 v) -> QByteArray { return QByteArray::number(v) + "\r\n"; };
+        expected += QByteArray() + q(file) + q(slide.SlideDescription) + n(slide.SlideTransition) + q(QString()) +
+                    n(slide.SlideLocation) + n(slide.SlidePosX) + n(slide.SlidePosY) +
+                    n(slide.SlideEnlarge) + n(slide.SlideShrink) + n(slide.SlideDelay) +
+                    n(slide.SlideBackMode) + n(slide.SlideBackColor) + q(slide.SlideTexture) +
+                    q(slide.SlideDescProps);
+    }
+    ASSERT_GT(expected.size(), 2 * 256 * 1024);
+    ASSERT_TRUE(QDir().mkpath(folder));
+    const QString path = folder + QStringLiteral("long.kav");
+    FakeProgress progress;
+    ASSERT_TRUE(SaveSlideShow(path, &progress));
+    EXPECT_EQ(readFile(path).size(), expected.size());
+    EXPECT_TRUE(readFile(path) == expected);
+    const QString whole = folder + QStringLiteral("whole.kav");
+    ASSERT_TRUE(WriteSlideShow(whole));
+    ASSERT_TRUE(ReadSlideShow(whole));
+    ASSERT_EQ(CurrentShow().slides.size(), 6000);
+    EXPECT_EQ(CurrentShow().slides[1].SlideDescription, descriptions[1]);
+    EXPECT_EQ(CurrentShow().slides[2].SlideFile, QStringLiteral("/elsewhere/p2.jpg"));
+    EXPECT_EQ(CurrentShow().slides[5999].SlideBackColor,
+              std::numeric_limits<qint32>::max() - 5999);
+    EXPECT_EQ(CurrentShow().slides[5998].SlidePosY, -32768 + 5998);
+
+    progress.cancelAfter = 4500;
+    EXPECT_FALSE(SaveSlideShow(path, &progress));
+    const QByteArray cut = readFile(path);
+    EXPECT_GT(cut.size(), 256 * 1024);
+    EXPECT_TRUE(expected.startsWith(cut));
+    EXPECT_TRUE(cut.endsWith("\r\n"));
+}

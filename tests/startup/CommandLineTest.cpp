@@ -2,6 +2,8 @@
 #include "platform/WindowLock.h"
 #include "support/KavoriTest.h"
 
+#include <QDir>
+
 using namespace kavori;
 
 class CommandLineTest : public kavori::test::KavoriTest {
@@ -66,6 +68,8 @@ TEST_F(CommandLineTest, EveryFormChoosesItsMode)
         {QStringLiteral("/pics/a.jpg"), fullFirst, StartMode::FullScreenImage, QStringLiteral("/pics/a.jpg"), QStringLiteral("/pics/a.jpg"), false},
         {QStringLiteral("FULLSCREEN /pics/a.gif"), plain, StartMode::FullScreenImage, QStringLiteral("/pics/a.gif"), QStringLiteral("/pics/a.gif"), false},
         {QStringLiteral("fullscreen   /pics/a.cur"), plain, StartMode::FullScreenImage, QStringLiteral("/pics/a.cur"), QStringLiteral("/pics/a.cur"), false},
+        {QStringLiteral("FULLSCREEN /pics/phone.HEIC"), plain, StartMode::FullScreenImage, QStringLiteral("/pics/phone.HEIC"), QStringLiteral("/pics/phone.HEIC"), false},
+        {QStringLiteral("/pics/shot.png"), fullFirst, StartMode::FullScreenImage, QStringLiteral("/pics/shot.png"), QStringLiteral("/pics/shot.png"), false},
         {QStringLiteral("LOADTIME FULLSCREEN /pics/a.gif"), plain, StartMode::FullScreenImage, QStringLiteral("/pics/a.gif"), QStringLiteral("/pics/a.gif"), false},
         {QStringLiteral("\"/shows/My Show.kav\""), plain, StartMode::SlideShow, {}, QStringLiteral("/shows/My Show.kav"), false},
         {QStringLiteral("SCRNSAVE /shows/a.kav"), plain, StartMode::ScreenSaver, {}, QStringLiteral("/shows/a.kav"), true},
@@ -160,4 +164,49 @@ TEST_F(CommandLineTest, FloppyShowsAreCheckedAsWritten)
     EXPECT_EQ(int(decide(QStringLiteral("b:\\a.kav")).floppy), int(FloppyCheck::AskForDisk));
     EXPECT_EQ(InvalidFileNameMessage(QStringLiteral("b:\\.kav")),
               "b:\\.kav is not a valid filename...");
+}
+
+TEST_F(CommandLineTest, SaverModuleRunTakesXScreenSaversWindow)
+{
+    EXPECT_FALSE(ParseSaverModuleRun(QStringLiteral("C"), {}).isRun);
+    EXPECT_FALSE(ParseSaverModuleRun(QStringLiteral("/Shows/a.kav"), {}).isRun);
+    EXPECT_FALSE(ParseSaverModuleRun(QStringLiteral("SCRNSAVE /x/a.kav"), {}).isRun);
+
+    SaverModuleRun run = ParseSaverModuleRun(QStringLiteral("/S"), {});
+    EXPECT_TRUE(run.isRun);
+    EXPECT_EQ(run.windowId, 0u);
+    run = ParseSaverModuleRun(QStringLiteral("/s -window-id 0x1a00003"), {});
+    EXPECT_TRUE(run.isRun);
+    EXPECT_EQ(run.windowId, 0x1a00003u);
+    run = ParseSaverModuleRun(QStringLiteral("/S --window-id 27262979"), {});
+    EXPECT_EQ(run.windowId, 27262979u);
+    // XScreenSaver's variable names the window when the command line does not.
+    run = ParseSaverModuleRun(QStringLiteral("/S -root"), QStringLiteral("0x600007"));
+    EXPECT_EQ(run.windowId, 0x600007u);
+    run = ParseSaverModuleRun(QStringLiteral("/S"), QStringLiteral("rubbish"));
+    EXPECT_EQ(run.windowId, 0u);
+}
+
+TEST_F(CommandLineTest, SeveralPicturesOnlyWhenEveryArgumentIsOne)
+{
+    const QString a = writeFile(QStringLiteral("pics/a.jpg"), "x");
+    const QString b = writeFile(QStringLiteral("pics/b b.bmp"), "x");
+    const QString spaced = writeFile(QStringLiteral("my pics/c.jpg"), "x");
+    writeFile(QStringLiteral("pics/show.KAV"), "x");
+    EXPECT_EQ(SeveralPictures({a, b}), QStringList({a, b}));
+    // Relative names are taken from the current folder, and kept in the order given.
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(root() + QStringLiteral("pics"));
+    EXPECT_EQ(SeveralPictures({QStringLiteral("b b.bmp"), QStringLiteral("a.jpg")}),
+              QStringList({b, a}));
+    QDir::setCurrent(before);
+    // One picture, a switch, a show, a missing file or an unquoted path with a space are the
+    // one-string command line as before.
+    EXPECT_TRUE(SeveralPictures({a}).isEmpty());
+    EXPECT_TRUE(SeveralPictures({QStringLiteral("LOADTIME"), a}).isEmpty());
+    EXPECT_TRUE(SeveralPictures({a, root() + QStringLiteral("pics/show.KAV")}).isEmpty());
+    EXPECT_TRUE(SeveralPictures({a, root() + QStringLiteral("pics/gone.jpg")}).isEmpty());
+    EXPECT_TRUE(
+        SeveralPictures({root() + QStringLiteral("my"), QStringLiteral("pics/c.jpg")}).isEmpty());
+    EXPECT_EQ(JoinArguments({root() + QStringLiteral("my"), QStringLiteral("pics/c.jpg")}), spaced);
 }

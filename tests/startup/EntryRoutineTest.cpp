@@ -1,5 +1,6 @@
 #include "startup/EntryRoutine.h"
 #include "platform/Display.h"
+#include "platform/StartupState.h"
 #include "platform/UserSettings.h"
 #include "platform/WindowLock.h"
 #include "playback/FullViewFrm.h"
@@ -8,12 +9,13 @@
 #include "settings/Settings.h"
 #include "settings/SettingsCatalogue.h"
 #include "startup/CommandLine.h"
-#include "platform/StartupState.h"
 #include "support/KavoriTest.h"
 #include "viewer/MainViewFrm.h"
 
 #include <QApplication>
 #include <QDir>
+#include <QImage>
+#include <QTest>
 #include <QTimer>
 
 using namespace kavori;
@@ -244,4 +246,59 @@ TEST_F(EntryRoutineTest, FloppyQuestionAnswersAndTheHelpHint)
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(windowsNamed("MainViewFrm"), 0);
     EXPECT_EQ(windowsNamed("WaitFrm"), 0);
+}
+
+TEST_F(EntryRoutineTest, SettingsModeAndOurSaverModulesRun)
+{
+    SaveSetting(QStringLiteral("Settings"), QStringLiteral("EXEPath"), home());
+    // "/c": the settings dialog, then the end.
+    QString title;
+    QTimer closer; // start-up lets events run before the dialog is up
+    QObject::connect(&closer, &QTimer::timeout, [&title] {
+        if (QWidget* dialog = QApplication::activeModalWidget()) {
+            title = dialog->windowTitle();
+            dialog->close();
+        }
+    });
+    closer.start(20);
+    EXPECT_EQ(RunEntryRoutine({QStringLiteral("/c")}), 0);
+    closer.stop();
+    EXPECT_EQ(title, "Kavori - [Screen Saver Settings]");
+    EXPECT_EQ(windowsNamed("WaitFrm"), 0);
+
+    // "/S" without a chosen show does nothing; with one it plays it as the screen saver.
+    ResetStartup();
+    EXPECT_EQ(RunEntryRoutine({QStringLiteral("/S")}), 0);
+    EXPECT_FALSE(CurrentStartup().StartedFromShow);
+    QDir().mkpath(root() + QStringLiteral("saver"));
+    QImage picture(32, 24, QImage::Format_RGB32);
+    picture.fill(Qt::darkCyan);
+    const QString picturePath = root() + QStringLiteral("saver/a.bmp");
+    ASSERT_TRUE(picture.save(picturePath, "BMP"));
+    const QString show = writeFile(QStringLiteral("saver/one.kav"),
+                                   "Kavori Slide Show\r\nVersion 1.X\r\n0\r\n\r\n0\r\n0\r\n5\r\n"
+                                   "0\r\n0\r\n" +
+                                       picturePath.toUtf8() + "\r\n");
+    SaveSetting(QStringLiteral("Settings"), QStringLiteral("CurrentSaver"), show);
+    ResetStartup();
+    qputenv("XSCREENSAVER_WINDOW", "");
+    // The saver runs until a key: one is pressed once it is up.
+    bool sawLock = false;
+    QTimer key;
+    QObject::connect(&key, &QTimer::timeout, [&] {
+        for (QWidget* w : QApplication::topLevelWidgets()) {
+            if (qobject_cast<FullViewFrm*>(w) && w->isVisible()) {
+                sawLock = sawLock || WindowLock::Exists(ScreenSaverWindowTitle());
+                QTest::keyClick(w, Qt::Key_A);
+            }
+        }
+    });
+    key.start(20);
+    EXPECT_EQ(RunEntryRoutine({QStringLiteral("/S"), QStringLiteral("-root")}), 0);
+    EXPECT_TRUE(sawLock);
+    EXPECT_TRUE(CurrentStartup().ScreenSaverMode);
+    EXPECT_TRUE(CurrentStartup().StartedFromShow);
+    EXPECT_EQ(CurrentStartup().SaverWindow, 0u);
+    EXPECT_EQ(QDir::currentPath() + u'/', root() + QStringLiteral("saver/"));
+    EXPECT_FALSE(WindowLock::Exists(ScreenSaverWindowTitle()));
 }

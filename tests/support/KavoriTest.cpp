@@ -2,7 +2,9 @@
 
 #include "platform/Display.h"
 #include "platform/SoundDevices.h"
+#include "platform/StartupState.h"
 #include "runtime/Random.h"
+#include "settings/Settings.h"
 
 #include <QApplication>
 #include <QDir>
@@ -39,6 +41,8 @@ void KavoriTest::SetUp()
     m_recorder = recorder.get();
     m_previous = InstallPrompts(std::move(recorder));
     Randomize(20261122u);
+    ResetSettings();
+    ResetStartup(); // a command line one test set must not reach the next
     SetDisplayColorDepthOverride(32);
     SetSoundDevicesOverride(true, true);
 }

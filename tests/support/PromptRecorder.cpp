@@ -19,15 +19,17 @@ std::optional<QString> PromptRecorder::inputBox(const QString& prompt, const QSt
     return inputs.isEmpty() ? std::nullopt : inputs.takeFirst();
 }
 
-QString PromptRecorder::openFile(const QString& title, const QString&, const QString&)
+QString PromptRecorder::openFile(const QString& title, const QString&, const QString& filter)
 {
     pickerCalls.append(QStringLiteral("openFile: ") + title);
+    pickerFilters.append(filter);
     return files.isEmpty() ? QString() : files.takeFirst();
 }
 
-QString PromptRecorder::saveFile(const QString& title, const QString&, const QString&)
+QString PromptRecorder::saveFile(const QString& title, const QString&, const QString& filter)
 {
     pickerCalls.append(QStringLiteral("saveFile: ") + title);
+    pickerFilters.append(filter);
     return files.isEmpty() ? QString() : files.takeFirst();
 }
 
@@ -70,6 +72,7 @@ void PromptRecorder::clear()
     calls.clear();
     inputCalls.clear();
     pickerCalls.clear();
+    pickerFilters.clear();
     answers.clear();
     inputs.clear();
     files.clear();

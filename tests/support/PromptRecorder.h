@@ -21,9 +21,10 @@ public:
         QString title;
     };
 
-    QVector<Call> calls;      // message boxes, in order
-    QVector<Call> inputCalls; // input boxes (text = prompt)
-    QStringList pickerCalls;  // "openFile: title", "saveFile: title", ...
+    QVector<Call> calls;       // message boxes, in order
+    QVector<Call> inputCalls;  // input boxes (text = prompt)
+    QStringList pickerCalls;   // "openFile: title", "saveFile: title", ...
+    QStringList pickerFilters; // the filter each open or save picker offered
 
     QList<int> answers;
     QList<std::optional<QString>> inputs; // answers of input boxes and list choices

@@ -59,6 +59,10 @@ TEST_F(EditDialogsTest, PreferencesAreStoredAndShapeTheWindow)
     EXPECT_TRUE(prefs.findChild<QCheckBox*>(QStringLiteral("chkStretchImages"))->isChecked());
     prefs.findChild<QCheckBox*>(QStringLiteral("chkStretchImages"))->setChecked(false);
     prefs.findChild<QCheckBox*>(QStringLiteral("chkShowStatusBar"))->setChecked(false);
+    EXPECT_FALSE(prefs.findChild<QCheckBox*>(QStringLiteral("chkClassicTypesOnly"))->isChecked());
+    prefs.findChild<QCheckBox*>(QStringLiteral("chkClassicTypesOnly"))->setChecked(true);
+    if (!qEnvironmentVariableIsEmpty("KAVORI_SHOT_DIR"))
+        prefs.grab().save(qEnvironmentVariable("KAVORI_SHOT_DIR") + "/frmPreferences.png");
     prefs.findChild<QComboBox*>(QStringLiteral("cboStartupDialog"))->setCurrentIndex(0);
     prefs.remember();
     EXPECT_FALSE(CurrentSettings().StretchImages);
@@ -66,6 +70,8 @@ TEST_F(EditDialogsTest, PreferencesAreStoredAndShapeTheWindow)
     LoadIniFile(SettingsFilePath());
     EXPECT_EQ(GetIniValue(QStringLiteral("Viewer"), QStringLiteral("ShowStatusBar")), "False");
     EXPECT_EQ(GetIniValue(QStringLiteral("Viewer"), QStringLiteral("StartupDialog")), "0");
+    EXPECT_EQ(GetIniValue(QStringLiteral("Extras"), QStringLiteral("ClassicTypesOnly")), "True");
+    EXPECT_TRUE(CurrentSettings().ClassicTypesOnly);
     ClearIni();
     MainViewFrm w;
     EXPECT_FALSE(w.statusBar()->isVisibleTo(&w));

@@ -1,5 +1,7 @@
 #include "viewer/MainViewFrm.h"
 #include "imaging/ImageSaving.h"
+#include "imaging/ModernFiles.h"
+#include "imaging/PictureLoader.h"
 #include "platform/AppPaths.h"
 #include "platform/StartupState.h"
 #include "platform/UserSettings.h"
@@ -192,7 +194,7 @@ TEST_F(MainViewFrmTest, RecentFilesImportNewImageAndSettingsKeptAcrossStarts)
         }
         QAction* first = w.menus().action(QStringLiteral("mnuLast1"));
         EXPECT_TRUE(first->isVisible());
-        EXPECT_EQ(first->text(), "  " + last);
+        EXPECT_EQ(first->text(), "&1 " + last);
         EXPECT_EQ(CurrentSettings().Recent[6], root() + "pics/r2.bmp");
         EXPECT_EQ(CurrentSettings().MoreRecentFiles[8], root() + "pics/r0.bmp");
         // The longer list offers all nine; the one chosen opens.
@@ -233,7 +235,7 @@ TEST_F(MainViewFrmTest, RecentFilesImportNewImageAndSettingsKeptAcrossStarts)
     CurrentSettings().SaveWindowSize = true;
     MainViewFrm again;
     EXPECT_EQ(again.geometry().size(), QSize(500, 400));
-    EXPECT_EQ(again.menus().action(QStringLiteral("mnuLast1"))->text(), "  " + last);
+    EXPECT_EQ(again.menus().action(QStringLiteral("mnuLast1"))->text(), "&1 " + last);
 }
 
 TEST_F(MainViewFrmTest, CommandLineRequestsAndTheClipboardQuestion)
@@ -436,4 +438,146 @@ TEST_F(MainViewFrmTest, CommandLineRequestOverridesTheStartupDialog)
     w.runStartSequence();
     EXPECT_EQ(prompts().pickerCalls, QStringList({"openFile: Open Image"}));
     EXPECT_EQ(w.findChild<QDialog*>(QStringLiteral("frmAbout")), nullptr);
+}
+
+TEST_F(MainViewFrmTest, TodaysPicturesOpenFromEveryDoor)
+{
+    QImage photo(64, 48, QImage::Format_RGB32);
+    photo.fill(qRgb(30, 90, 200));
+    QString why;
+    const QString png =
+        writeFile(QStringLiteral("pics/a-shot.png"), kavori::test::EncodePng(photo, {}));
+    const QString webp =
+        writeFile(QStringLiteral("pics/b-web.webp"), kavori::test::EncodeWebp(photo, {}));
+    const QString jxl =
+        writeFile(QStringLiteral("pics/c-new.jxl"), kavori::test::EncodeJxl(photo, {}, &why));
+    makeImage(QStringLiteral("d-old.bmp"), Qt::red);
+
+    // On the command line: opened, not taken for a command.
+    CurrentStartup().CommandLine = png;
+    {
+        MainViewFrm w;
+        w.runStartSequence();
+        EXPECT_TRUE(prompts().texts().isEmpty()) << prompts().texts().join(u'|').toStdString();
+        EXPECT_EQ(w.document().currentFile(), png);
+        EXPECT_EQ(w.document().image().size(), QSize(64, 48));
+
+        // Browsing the folder passes through every type.
+        run(w, "mnuBrowseNext");
+        EXPECT_EQ(w.document().currentFile(), webp);
+        run(w, "mnuBrowseNext");
+        EXPECT_EQ(w.document().currentFile(), jxl);
+        run(w, "mnuBrowseNext");
+        EXPECT_EQ(FileNameOf(w.document().currentFile()), "d-old.bmp");
+
+        // The open dialog offers them and opens them.
+        prompts().files = {jxl};
+        run(w, "mnuOpen");
+        EXPECT_TRUE(prompts().pickerFilters.last().contains(QStringLiteral("*.jxl")));
+        EXPECT_EQ(w.windowTitle(), "Kavori - [c-new.jxl]");
+
+        // Saved as the save commands always save: JPEG or bitmap.
+        const QString asJpeg = root() + QStringLiteral("out/new.jpg");
+        const QString asBitmap = root() + QStringLiteral("out/new.bmp");
+        QDir().mkpath(root() + QStringLiteral("out"));
+        prompts().files = {asJpeg, asBitmap};
+        run(w, "mnuExportJPG");
+        run(w, "mnuExportBMP");
+        EXPECT_EQ(LoadPicture(asJpeg).size(), QSize(64, 48));
+        EXPECT_EQ(QColor(LoadPicture(asBitmap).pixel(10, 10)), QColor(30, 90, 200));
+
+        // Dropped, and damaged.
+        w.dropFile(webp);
+        EXPECT_EQ(w.document().currentFile(), webp);
+        prompts().clear();
+        const QString cut = writeFile(QStringLiteral("pics/cut.png"), readFile(png).left(60));
+        w.dropFile(cut);
+        EXPECT_EQ(prompts().texts(),
+                  QStringList({"Unable to open the image file:\r\n\r\n" + cut +
+                               "\r\n\r\nThe file may be damaged or is not a supported type..."}));
+        EXPECT_EQ(w.document().currentFile(), webp);
+    }
+
+    // Classic types only: as the program always was.
+    CurrentSettings().ClassicTypesOnly = true;
+    prompts().clear();
+    {
+        MainViewFrm w;
+        EXPECT_EQ(prompts().texts(), QStringList({"An invalid command (" + png +
+                                                  ") was passed at the command prompt..."}));
+        prompts().clear();
+        w.dropFile(webp);
+        EXPECT_EQ(
+            prompts().texts(),
+            QStringList({webp + "\r\n\r\nThis is not a supported image file, unable to open..."}));
+        prompts().files = {QString()};
+        run(w, "mnuOpen");
+        EXPECT_FALSE(prompts().pickerFilters.last().contains(QStringLiteral("*.png")));
+    }
+    CurrentStartup().CommandLine.clear();
+}
+
+TEST_F(MainViewFrmTest, EmptyWindowHintNumberedRecentFilesAndSeveralPicturesNamed)
+{
+    // Without a picture the area says what to do; with one it says nothing.
+    const QString a = makeImage(QStringLiteral("a.bmp"), Qt::red);
+    {
+        MainViewFrm fresh;
+        EXPECT_EQ(fresh.imageView()->hint(), EmptyWindowHint(false));
+        EXPECT_TRUE(fresh.imageView()->hint().contains("Ctrl+O"));
+        EXPECT_FALSE(fresh.imageView()->hint().contains("recent files"));
+    }
+    CurrentSettings().Recent[0] = a;
+    MainViewFrm w;
+    EXPECT_TRUE(w.imageView()->hint().contains("recent files"));
+    const QString dir = qEnvironmentVariable("KAVORI_SHOT_DIR");
+    if (!dir.isEmpty()) {
+        w.resize(640, 480);
+        w.grab().save(dir + QStringLiteral("/EmptyWindow.png"));
+    }
+    ASSERT_TRUE(w.openImage(a));
+    EXPECT_TRUE(w.imageView()->hint().isEmpty());
+
+    // An "&" of a path is shown, not taken as the accelerator.
+    const QString odd = root() + QStringLiteral("Tom & Jerry/b.bmp");
+    writeFile(odd, {});
+    QImage(8, 8, QImage::Format_RGB32).save(odd, "BMP");
+    ASSERT_TRUE(w.openImage(odd));
+    EXPECT_EQ(w.menus().action(QStringLiteral("mnuLast1"))->text(),
+              "&1 " + root().replace(u'&', "&&") + "Tom && Jerry/b.bmp");
+    EXPECT_EQ(w.menus().action(QStringLiteral("mnuLast2"))->text(), "&2 " + a);
+    w.close();
+}
+
+TEST_F(MainViewFrmTest, SeveralPicturesNamedAreSteppedThroughInTheirOrder)
+{
+    const QString a = makeImage(QStringLiteral("a.bmp"), Qt::red);
+    makeImage(QStringLiteral("b.bmp"), Qt::green);
+    const QString far = root() + QStringLiteral("other/z.bmp");
+    writeFile(far, {});
+    QImage(8, 8, QImage::Format_RGB32).save(far, "BMP");
+
+    CurrentStartup().CommandLineFiles = {far, a};
+    CurrentStartup().CommandLine = far;
+    MainViewFrm w;
+    w.runStartSequence();
+    EXPECT_EQ(w.document().currentFile(), far);
+    // Next is the second one named, not a picture of the first one's folder; past the end the
+    // folder's own message.
+    run(w, "mnuBrowseNext");
+    EXPECT_EQ(w.document().currentFile(), a);
+    run(w, "mnuBrowseNext");
+    EXPECT_EQ(prompts().texts().last(), "The last file in the current folder is already open...");
+    run(w, "mnuBrowseFirst");
+    EXPECT_EQ(w.document().currentFile(), far);
+    // Deleting one moves on within the list.
+    ASSERT_TRUE(QFile::remove(far));
+    w.followCurrentFile(QString());
+    EXPECT_EQ(w.document().currentFile(), a);
+    // Once a picture outside the list is open, folders are browsed again, the named ones too.
+    ASSERT_TRUE(w.openImage(root() + QStringLiteral("pics/b.bmp")));
+    run(w, "mnuBrowsePrevious");
+    EXPECT_EQ(w.document().currentFile(), a);
+    run(w, "mnuBrowseNext");
+    EXPECT_EQ(w.document().currentFile(), root() + QStringLiteral("pics/b.bmp"));
 }

@@ -7,12 +7,13 @@
 #include "WaveChannel.h"
 
 #include "platform/AppPaths.h"
+#include "platform/StartupState.h"
 #include "runtime/DoEvents.h"
 #include "runtime/MsgBox.h"
 #include "runtime/Random.h"
 #include "settings/Settings.h"
+#include "slideshow/ShowSounds.h"
 #include "slideshow/SlideShow.h"
-#include "platform/StartupState.h"
 
 #include <QTimer>
 #include <QWidget>
@@ -435,9 +436,17 @@ void ShowMedia::slideSound(const Slide& slide, bool showRestarted)
                 startPlayList();
             return;
         }
-        // A slide without a sound lets the one playing go on.
-        if (!slide.SlideSound.isEmpty())
+        // A slide without a sound lets the one playing go on; a number is a track of the CD.
+        if (slide.SlideSound.isEmpty())
+            return;
+        if (IsCDTrackSound(slide.SlideSound)) {
+            StopPlayingSound();
+            PlayThisCDTrack(slide.SlideSound.trimmed().toInt());
+        } else {
+            if (m_cdOpen)
+                StopPlayingCD();
             PlayThisSoundFile(slide.SlideSound);
+        }
         return;
     }
     if ((s.SoundMode == 1 || s.SoundMode == 2) && showRestarted && !s.DontRestartSound) {

@@ -133,37 +133,6 @@ std::shared_ptr<FakeDeviceState> FakeMedia::last(MciDeviceType type) const
     return nullptr;
 }
 
-QByteArray MakeWave(int milliseconds)
-{
-    const quint32 rate = 8000;
-    const quint32 samples = rate * quint32(milliseconds) / 1000;
-    QByteArray wave;
-    const auto u32 = [&wave](quint32 v) {
-        char b[4];
-        qToLittleEndian(v, b);
-        wave.append(b, 4);
-    };
-    const auto u16 = [&wave](quint16 v) {
-        char b[2];
-        qToLittleEndian(v, b);
-        wave.append(b, 2);
-    };
-    wave.append("RIFF");
-    u32(36 + samples);
-    wave.append("WAVEfmt ");
-    u32(16);
-    u16(1);    // PCM
-    u16(1);    // mono
-    u32(rate); // samples per second
-    u32(rate); // bytes per second
-    u16(1);    // block align
-    u16(8);    // bits
-    wave.append("data");
-    u32(samples);
-    wave.append(QByteArray(int(samples), char(0x80)));
-    return wave;
-}
-
 QByteArray MakeMidi()
 {
     // Note on middle C, half a second later (240 ticks at 120 bpm, 480 per beat) note off.

@@ -2,6 +2,7 @@
 
 #include "playback/media/MciDevice.h"
 #include "playback/media/WaveChannel.h"
+#include "support/TestSounds.h"
 
 #include <QMap>
 #include <QPointer>
@@ -50,8 +51,6 @@ public:
     bool holdWaves = false;
 };
 
-// A silent 8 kHz mono 8-bit wave file of the given length.
-QByteArray MakeWave(int milliseconds);
 // A MIDI file of one track: a note of half a second on the piano.
 QByteArray MakeMidi();
 

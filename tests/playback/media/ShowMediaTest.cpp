@@ -486,6 +486,16 @@ TEST_F(ShowMediaTest, SoundModesDecideWhatPlaysAtTheStartAndOnEachSlide)
     EXPECT_EQ(WaveSoundLog()[0].file, bell);
     show->slideSound(silent, false);
     EXPECT_EQ(WaveSoundLog().size(), 1);
+    // A slide's CD track plays that track alone; the next slide's file stops the CD.
+    Slide withTrack = NewSlide(QStringLiteral("c.jpg"));
+    withTrack.SlideSound = QStringLiteral("5");
+    takeLog();
+    show->slideSound(withTrack, false);
+    EXPECT_EQ(takeLog().last(), QStringLiteral("play CDTrack from 5 to 6"));
+    show->slideSound(withSound, false);
+    EXPECT_EQ(takeLog(), QStringList({"stop CDTrack", "close CDTrack"}));
+    EXPECT_FALSE(show->cdPlaying());
+    EXPECT_EQ(WaveSoundLog().last().file, bell);
 
     // 3 with a play list: the list goes on instead, and is not started over by each slide.
     s.UsePlayList = true;

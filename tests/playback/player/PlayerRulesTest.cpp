@@ -1,3 +1,4 @@
+#include "imaging/ModernFiles.h"
 #include "platform/Twips.h"
 #include "playback/player/DescriptionOverlay.h"
 #include "playback/player/PlayerKeys.h"
@@ -7,6 +8,7 @@
 #include "runtime/Random.h"
 #include "support/KavoriTest.h"
 
+#include <QColorSpace>
 #include <QFont>
 #include <QFontMetrics>
 #include <QSet>
@@ -157,6 +159,33 @@ TEST_F(PlayerRulesTest, DecodedAtTheSizeTheSlideIsDrawn)
     writeFile(QStringLiteral("damaged.bmp"), QByteArray("BM\x10\0\0\0garbage", 13));
     EXPECT_TRUE(
         DecodeSlidePicture(root() + QStringLiteral("damaged.bmp"), {800, 600}, slide).isNull());
+}
+
+TEST_F(PlayerRulesTest, TodaysPhotosAreShownUprightAndInScreenColours)
+{
+    // A phone photo: taken turned (EXIF 6) with a Display P3 profile.
+    QImage photo(400, 300, QImage::Format_RGB32);
+    photo.fill(qRgb(200, 100, 50));
+    for (int y = 0; y < 150; ++y)
+        for (int x = 0; x < 200; ++x)
+            photo.setPixel(x, y, qRgb(40, 40, 40));
+    kavori::test::ModernOptions options;
+    options.orientation = 6;
+    options.icc = QColorSpace(QColorSpace::DisplayP3).iccProfile();
+    QString why;
+    const QByteArray jxl = kavori::test::EncodeJxl(photo, options, &why);
+    ASSERT_FALSE(jxl.isEmpty()) << why.toStdString();
+    const QString path = writeFile(QStringLiteral("phone.jxl"), jxl);
+    Slide slide;
+    slide.SlideShrink = 1;
+    const QImage shown = DecodeSlidePicture(path, {320, 240}, slide);
+    ASSERT_EQ(shown.size(), QSize(180, 240));
+    // The dark corner was top left; turned a quarter clockwise it is top right.
+    EXPECT_EQ(QColor(shown.pixel(150, 40)).red(), 40);
+    const QColor warm(shown.pixel(40, 200));
+    EXPECT_NEAR(warm.red(), 215, 3);
+    EXPECT_NEAR(warm.green(), 93, 3);
+    EXPECT_NEAR(warm.blue(), 31, 3);
 }
 
 TEST_F(PlayerRulesTest, DescriptionPlacesStayOnTheScreen)

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QImage>
+#include <QSize>
+#include <QString>
+
+namespace kavori {
+
+// A movie's picture size and length as its file says; an invalid size when it has no
+// picture or cannot be read.
+struct MovieInfo {
+    QSize size;
+    qint64 duration = 0; // microseconds
+};
+MovieInfo ReadMovieInfo(const QString& file);
+
+// The pictures of a movie slide, read one after another through GStreamer's decoders at the
+// size the slide shows them, the movie starting over when it ends, as the player repeats it.
+class MovieFrames {
+public:
+    MovieFrames();
+    ~MovieFrames();
+    MovieFrames(const MovieFrames&) = delete;
+    MovieFrames& operator=(const MovieFrames&) = delete;
+
+    // False when the movie cannot be read.
+    bool open(const QString& file, const QSize& size);
+    // The picture shown at time (microseconds from the movie's start, going forward from call
+    // to call). Null when the movie has no picture.
+    const QImage& frameAt(qint64 time);
+
+private:
+    struct Pipeline;
+    bool pull();
+    bool restart();
+    void close();
+
+    Pipeline* m_p = nullptr;
+    QSize m_size;
+    QImage m_current;
+    QImage m_next;
+    qint64 m_nextTime = -1; // of m_next, from the movie's start; -1 at the end
+    qint64 m_offset = 0;    // where the current round of the movie began
+    qint64 m_length = 0;    // one round, once known
+};
+
+} // namespace kavori
