@@ -349,6 +349,16 @@ QImage DecodeFullJpeg(const QByteArray& file, int parts)
     return image;
 }
 
+void InverseDctBlock(const int16_t* coefficients, const uint16_t* quant, uint8_t* out,
+                     ptrdiff_t stride)
+{
+#if KAVORI_AVX2
+    if (wideVectors())
+        return avx2::idctTableBlock(coefficients, quant, out, stride);
+#endif
+    plain::idctTableBlock(coefficients, quant, out, stride);
+}
+
 void UseWideVectorsForFullJpeg(bool use)
 {
     g_wideVectors = use;

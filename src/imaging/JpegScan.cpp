@@ -427,24 +427,27 @@ JpegBlocks::JpegBlocks(qint64 count, int stride)
 JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
                           const JpegScanLayout& layout, int keep, int parts)
 {
-    std::array<int, 4> keeps;
-    keeps.fill(keep);
-    return DecodeJpegScan(file, header, layout, keeps, parts);
+    if (keep != 1 && keep != 2 && keep != 4 && keep != 8)
+        return {};
+    std::array<JpegKeptRows, 4> kept;
+    kept.fill(JpegKeptRows((1 << keep) - 1));
+    return DecodeJpegScan(file, header, layout, kept, parts);
 }
 
 JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
-                          const JpegScanLayout& layout, const std::array<int, 4>& keeps, int parts)
+                          const JpegScanLayout& layout, const std::array<JpegKeptRows, 4>& kept,
+                          int parts)
 {
     if (!header.baseline || !header.fullSpectrum || header.height == 0 ||
         header.scanComponents != int(header.components.size()) || layout.blocksPerMcu == 0 ||
-        header.components.size() > keeps.size())
+        header.components.size() > kept.size())
         return {};
     int largest = 1;
     for (size_t i = 0; i < header.components.size(); ++i) {
-        const int keep = keeps[i];
-        if (keep != 1 && keep != 2 && keep != 4 && keep != 8)
+        const int count = __builtin_popcount(kept[i]);
+        if (count == 0)
             return {};
-        largest = std::max(largest, keep);
+        largest = std::max(largest, count);
     }
     Huffman tables[8];
     bool built[8] = {};
@@ -462,12 +465,16 @@ JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
         }
         scan.dc[i] = &tables[kinds[0]];
         scan.ac[i] = &tables[kinds[1]];
-        const int keep = keeps[layout.blockComponent[size_t(i)]];
+        const unsigned rows = kept[layout.blockComponent[size_t(i)]];
+        const int count = __builtin_popcount(rows);
+        // Where row or column r lands among the kept ones.
+        auto rank = [rows](int r) { return __builtin_popcount(rows & ((1u << r) - 1)); };
         for (int k = 0; k < 64; ++k) {
             const int row = kJpegZigzag[size_t(k)] / 8;
             const int column = kJpegZigzag[size_t(k)] % 8;
+            const bool keptHere = (rows >> row & 1) && (rows >> column & 1);
             scan.outIndex[i][k] =
-                int8_t(row < keep && column < keep ? row * keep + column : scan.stride - 1);
+                int8_t(keptHere ? rank(row) * count + rank(column) : scan.stride - 1);
         }
     }
     scan.blocksPerMcu = layout.blocksPerMcu;

@@ -56,10 +56,15 @@ private:
 JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
                           const JpegScanLayout& layout, int keep, int parts = 0);
 
-// The same with a keep for each component (in the header's order); every block is stored with
-// room for the largest.
+// Which rows and columns of a component's blocks a decode keeps: bit r keeps row r and
+// column r. keep x keep is (1 << keep) - 1. The kept values of a block are stored row by row,
+// only the kept rows and within them the kept columns.
+using JpegKeptRows = uint8_t;
+
+// The same with the kept rows and columns of each component (in the header's order); every
+// block is stored with room for the largest.
 JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
-                          const JpegScanLayout& layout, const std::array<int, 4>& keeps,
+                          const JpegScanLayout& layout, const std::array<JpegKeptRows, 4>& kept,
                           int parts = 0);
 
 } // namespace kavori
