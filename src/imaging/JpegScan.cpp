@@ -137,7 +137,7 @@ struct Scan {
     const uint8_t* data = nullptr; // unstuffed, followed by kPadding zero bytes
     uint64_t dataBits = 0;
     int blocksPerMcu = 1;
-    int stride = 2; // the largest keep * keep values and one spare a block
+    int sizes[10]{}; // each block's kept values and one spare
     const Huffman* dc[10]{};
     const Huffman* ac[10]{};
     // For each block of an MCU, zigzag position -> index among the kept values; the spare for
@@ -149,7 +149,7 @@ struct Scan {
     // b.pos then still moves on deterministically, which the guessing decoders rely on.
     bool block(Bits& b, int phase, int16_t* out) const
     {
-        std::fill_n(out, stride, int16_t(0));
+        std::fill_n(out, sizes[phase], int16_t(0));
         b.ensure();
         const int dcSize = decodeSymbol(*dc[phase], b);
         if (dcSize < 0 || dcSize > 11)
@@ -203,7 +203,7 @@ struct Piece {
 void decodePiece(const Scan& scan, uint64_t bit, uint64_t stopBit, qint64 capacity, bool guessed,
                  Piece& piece)
 {
-    piece.values = JpegBlocks(capacity, scan.stride);
+    piece.values = JpegBlocks(capacity, scan.sizes, scan.blocksPerMcu);
     if (guessed)
         piece.starts = ScratchBuffer(size_t(capacity) * sizeof(uint64_t));
     if (!piece.values.data() || (guessed && !piece.starts.data()))
@@ -212,11 +212,14 @@ void decodePiece(const Scan& scan, uint64_t bit, uint64_t stopBit, qint64 capaci
     Bits b(scan.data, bit);
     int phase = 0;
     qint64 blocks = 0;
+    int16_t* out = piece.values.data();
     while (b.pos() < stopBit && b.pos() < scan.dataBits && blocks < capacity) {
         if (guessed)
             starts[blocks] = (b.pos() << 4) | uint64_t(phase);
         const uint64_t before = b.pos();
-        if (!scan.block(b, phase, piece.values.block(blocks))) {
+        int16_t* values = out;
+        out += scan.sizes[phase];
+        if (!scan.block(b, phase, values)) {
             piece.failures.push_back(blocks);
             if (b.pos() == before)
                 b.seek(before + 1); // a guessing decoder always moves on
@@ -263,8 +266,10 @@ JpegBlocks joinPieces(const Scan& scan, std::vector<Piece>& pieces, qint64 total
                 const qint64 take = std::min(piece.blocks - index, totalBlocks - blocks);
                 if (anyFailureIn(piece, index, index + take))
                     return {};
+                // The same places in the MCU, so the same layout from here on.
                 std::memcpy(out.block(blocks), piece.values.block(index),
-                            size_t(take) * size_t(scan.stride) * sizeof(int16_t));
+                            size_t(piece.values.offset(index + take) - piece.values.offset(index)) *
+                                sizeof(int16_t));
                 blocks += take;
                 if (index + take < piece.blocks) {
                     b.seek(starts[index + take] >> 4);
@@ -341,12 +346,12 @@ void sumDc(JpegBlocks& values, const JpegScanLayout& layout, int restartInterval
 {
     int prediction[4] = {};
     const qint64 mcus = qint64(layout.mcusX) * layout.mcusY;
-    const int blockValues = values.stride();
+
     int16_t* block = values.data();
     for (qint64 mcu = 0; mcu < mcus; ++mcu) {
         if (restartInterval > 0 && mcu % restartInterval == 0)
             std::fill(std::begin(prediction), std::end(prediction), 0);
-        for (int i = 0; i < layout.blocksPerMcu; ++i, block += blockValues) {
+        for (int i = 0; i < layout.blocksPerMcu; block += values.size(i), ++i) {
             int& p = prediction[layout.blockComponent[size_t(i)]];
             p = std::clamp(p + block[0], -32768, 32767);
             block[0] = int16_t(p);
@@ -365,7 +370,7 @@ JpegBlocks decodeWithRestarts(const Scan& scan, const JpegScanLayout& layout,
     for (qint64 i = 0; i + 1 < intervals; ++i)
         startBits.push_back(restarts[size_t(i)] * 8);
     startBits.push_back(scan.dataBits);
-    JpegBlocks out(layout.totalBlocks(), scan.stride);
+    JpegBlocks out(layout.totalBlocks(), scan.sizes, layout.blocksPerMcu);
     if (!out.data())
         return {};
     std::atomic<bool> ok{true};
@@ -376,9 +381,12 @@ JpegBlocks decodeWithRestarts(const Scan& scan, const JpegScanLayout& layout,
             const qint64 firstBlock = i * interval * layout.blocksPerMcu;
             const qint64 blocks =
                 std::min<qint64>(interval, mcus - i * interval) * layout.blocksPerMcu;
+            int16_t* values = out.block(firstBlock); // the first of an MCU
             for (qint64 k = 0; k < blocks; ++k) {
-                if (!scan.block(b, int(k % layout.blocksPerMcu), out.block(firstBlock + k)) ||
-                    b.pos() > startBits[size_t(i) + 1]) {
+                const int phase = int(k % layout.blocksPerMcu);
+                int16_t* here = values;
+                values += scan.sizes[phase];
+                if (!scan.block(b, phase, here) || b.pos() > startBits[size_t(i) + 1]) {
                     ok = false;
                     return;
                 }
@@ -420,9 +428,15 @@ std::optional<JpegScanLayout> LayoutOf(const JpegHeader& header)
     return layout;
 }
 
-JpegBlocks::JpegBlocks(qint64 count, int stride)
-    : values_(size_t(count) * size_t(stride) * sizeof(int16_t)), count_(count), stride_(stride)
-{}
+JpegBlocks::JpegBlocks(qint64 count, const int* sizes, int blocksPerMcu)
+    : count_(count), perMcu_(blocksPerMcu)
+{
+    for (int i = 0; i < blocksPerMcu; ++i)
+        starts_[size_t(i) + 1] = starts_[size_t(i)] + sizes[i];
+    mcuValues_ = starts_[size_t(blocksPerMcu)];
+    const qint64 mcus = (count + blocksPerMcu - 1) / blocksPerMcu;
+    values_ = ScratchBuffer(size_t(mcus) * size_t(mcuValues_) * sizeof(int16_t));
+}
 
 JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
                           const JpegScanLayout& layout, int keep, int parts)
@@ -442,17 +456,12 @@ JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
         header.scanComponents != int(header.components.size()) || layout.blocksPerMcu == 0 ||
         header.components.size() > kept.size())
         return {};
-    int largest = 1;
-    for (size_t i = 0; i < header.components.size(); ++i) {
-        const int count = __builtin_popcount(kept[i]);
-        if (count == 0)
+    for (size_t i = 0; i < header.components.size(); ++i)
+        if (kept[i] == 0)
             return {};
-        largest = std::max(largest, count);
-    }
     Huffman tables[8];
     bool built[8] = {};
     Scan scan;
-    scan.stride = largest * largest + 1;
     for (int i = 0; i < layout.blocksPerMcu; ++i) {
         const JpegComponent& c = header.components[layout.blockComponent[size_t(i)]];
         const int kinds[2] = {c.dcTable, 4 + c.acTable}; // DC tables 0-3, AC tables 4-7
@@ -467,6 +476,7 @@ JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
         scan.ac[i] = &tables[kinds[1]];
         const unsigned rows = kept[layout.blockComponent[size_t(i)]];
         const int count = __builtin_popcount(rows);
+        scan.sizes[i] = count * count + 1;
         // Where row or column r lands among the kept ones.
         auto rank = [rows](int r) { return __builtin_popcount(rows & ((1u << r) - 1)); };
         for (int k = 0; k < 64; ++k) {
@@ -474,7 +484,7 @@ JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
             const int column = kJpegZigzag[size_t(k)] % 8;
             const bool keptHere = (rows >> row & 1) && (rows >> column & 1);
             scan.outIndex[i][k] =
-                int8_t(keptHere ? rank(row) * count + rank(column) : scan.stride - 1);
+                int8_t(keptHere ? rank(row) * count + rank(column) : count * count);
         }
     }
     scan.blocksPerMcu = layout.blocksPerMcu;

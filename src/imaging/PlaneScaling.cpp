@@ -67,7 +67,9 @@ ScaleTaps::ScaleTaps(double extent, int to, int available)
 namespace {
 
 // Taps 0: as many as each target sample has.
-template <int Taps> void scaleRowAcross(const uint8_t* in, const ScaleTaps& across, uint16_t* out)
+template <int Taps>
+__attribute__((target_clones("avx2", "default"))) void
+scaleRowAcross(const uint8_t* in, const ScaleTaps& across, uint16_t* out)
 {
     constexpr int shift = ScaleTaps::kBits - kFractionBits;
     constexpr int half = 1 << (shift - 1);
@@ -100,8 +102,11 @@ void ScaleRowAcross(const uint8_t* in, const ScaleTaps& across, uint16_t* out)
     }
 }
 
-void ScaleRowDown(const uint16_t* rows, ptrdiff_t stride, const ScaleTaps& down, int y, int width,
-                  uint8_t* out)
+// Built for AVX2 too, which multiplies eight 32-bit lanes at once.
+__attribute__((target_clones("avx2", "default"))) void ScaleRowDown(const uint16_t* rows,
+                                                                    ptrdiff_t stride,
+                                                                    const ScaleTaps& down, int y,
+                                                                    int width, uint8_t* out)
 {
     // Whole rows at a time: going down each column would stride through memory. The weights
     // (14 bits) times the samples (16 bits) stay within 31 bits however many rows are summed,
