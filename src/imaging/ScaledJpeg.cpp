@@ -71,6 +71,15 @@ JpegKeptRows rowsForSize(int size)
                        : kRowsForSize1;
 }
 
+// Whether a block's values after the first (of `count`) are all zero.
+inline bool onlyMean(const int16_t* in, int count)
+{
+    int16_t any = 0;
+    for (int i = 1; i < count; ++i)
+        any |= in[i];
+    return any == 0;
+}
+
 // One sample: the block's mean.
 void transform1(const int16_t* in, const uint16_t* quant, uint8_t* out, int)
 {
@@ -82,6 +91,11 @@ void transform1(const int16_t* in, const uint16_t* quant, uint8_t* out, int)
 void transform2(const int16_t* in, const uint16_t* quant, uint8_t* out, int stride)
 {
     constexpr int n = kRowsKeptForSize2;
+    if (onlyMean(in, n * n)) {
+        const uint8_t value = clampSample(float(in[0]) * float(quant[0]) / 8);
+        out[0] = out[1] = out[stride] = out[stride + 1] = value;
+        return;
+    }
     const float* a = kBox.two;
     float f[n][n];
     for (int r = 0; r < n; ++r)
@@ -189,6 +203,13 @@ struct LowestFour {
 // full decode's chroma.
 void transform8(const int16_t* in, const uint16_t* quant, uint8_t* out, int stride)
 {
+    // A plain block (common in chroma) is its mean, rounded as the transform rounds it.
+    if (onlyMean(in, 64)) {
+        const auto value = uint8_t(std::clamp(((in[0] * quant[0] + 4) >> 3) + 128, 0, 255));
+        for (int y = 0; y < 8; ++y)
+            std::memset(out + y * stride, value, 8);
+        return;
+    }
     InverseDctBlock(in, quant, out, stride);
 }
 
