@@ -97,17 +97,25 @@ void transform2(const int16_t* in, const uint16_t* quant, uint8_t* out, int stri
         return;
     }
     const float* a = kBox.two;
-    float f[n][n];
-    for (int r = 0; r < n; ++r)
-        for (int c = 0; c < n; ++c)
-            f[r][c] = float(in[r * n + c]) * float(quant[kRowForSize2[r] * 8 + kRowForSize2[c]]);
+    // The vertical pass, row by row of frequencies; rows left empty by quantisation (most, in
+    // chroma) cost nothing.
     float top[n], bottom[n];
-    for (int c = 0; c < n; ++c) {
-        float odd = 0;
-        for (int r = 1; r < n; ++r)
-            odd += a[kRowForSize2[r]] * f[r][c];
-        top[c] = a[0] * f[0][c] + odd;
-        bottom[c] = a[0] * f[0][c] - odd;
+    for (int c = 0; c < n; ++c)
+        top[c] = bottom[c] = a[0] * float(in[c]) * float(quant[kRowForSize2[c]]);
+    for (int r = 1; r < n; ++r) {
+        const int16_t* row = in + r * n;
+        int16_t any = 0;
+        for (int c = 0; c < n; ++c)
+            any |= row[c];
+        if (!any)
+            continue;
+        const uint16_t* steps = quant + kRowForSize2[r] * 8;
+        const float weight = a[kRowForSize2[r]];
+        for (int c = 0; c < n; ++c) {
+            const float value = weight * float(row[c]) * float(steps[kRowForSize2[c]]);
+            top[c] += value;
+            bottom[c] -= value;
+        }
     }
     for (int y = 0; y < 2; ++y) {
         const float* t = y ? bottom : top;
