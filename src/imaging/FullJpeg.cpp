@@ -122,6 +122,10 @@ struct PlainLoads {
     {
         return Lanes{c[0], c[1], c[2], c[3], c[4], c[5], c[6], c[7]};
     }
+    static inline __attribute__((always_inline)) Lanes words(const uint16_t* c)
+    {
+        return Lanes{c[0], c[1], c[2], c[3], c[4], c[5], c[6], c[7]};
+    }
     static inline __attribute__((always_inline)) void transpose(Lanes* m)
     {
         alignas(32) int32_t cells[8][8];
@@ -149,6 +153,10 @@ struct Avx2Loads {
     static inline __attribute__((always_inline, target("avx2"))) Lanes shorts(const int16_t* c)
     {
         return Lanes(_mm256_cvtepi16_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(c))));
+    }
+    static inline __attribute__((always_inline, target("avx2"))) Lanes words(const uint16_t* c)
+    {
+        return Lanes(_mm256_cvtepu16_epi32(_mm_loadu_si128(reinterpret_cast<const __m128i*>(c))));
     }
     static inline __attribute__((always_inline, target("avx2"))) void transpose(Lanes* m)
     {
@@ -373,6 +381,16 @@ QImage DecodeFullJpeg(const QByteArray& file, int parts)
         }
     });
     return image;
+}
+
+void InverseDctBlock(const int16_t* coefficients, const uint16_t* quant, uint8_t* out,
+                     ptrdiff_t stride)
+{
+#if KAVORI_AVX2
+    if (wideVectors())
+        return avx2::idctTableBlock(coefficients, quant, out, stride);
+#endif
+    plain::idctTableBlock(coefficients, quant, out, stride);
 }
 
 void UseWideVectorsForFullJpeg(bool use)

@@ -3,6 +3,9 @@
 #include <QByteArray>
 #include <QImage>
 
+#include <cstddef>
+#include <cstdint>
+
 namespace kavori {
 
 // Decodes a baseline JPEG (grey, or YCbCr at 4:4:4, 4:2:2 or 4:2:0) at its full size on every
@@ -13,6 +16,11 @@ namespace kavori {
 // another kind or damaged; the caller then reads it the usual way. parts as for
 // DecodeJpegScan; the picture is the same for any number of parts.
 QImage DecodeFullJpeg(const QByteArray& file, int parts = 0);
+
+// The decode's inverse DCT of one block: 64 coefficients in natural order, not yet
+// dequantised, with the header's quantisation table, into 8 x 8 samples.
+void InverseDctBlock(const int16_t* coefficients, const uint16_t* quant, uint8_t* out,
+                     ptrdiff_t stride);
 
 // Lets the decode use the processor's wide vectors where it has them (the default) or keeps it
 // to the plain paths, which give the same pixels.

@@ -60,9 +60,9 @@ Geometry geometryOf(const JpegHeader& header, const JpegScanLayout& layout)
 struct Coefficients {
     JpegBlocks values;
     ScratchBuffer masks; // a block's AC positions that are non-zero, bit k for zigzag position k
-    int stride = 0;
-    // Zigzag position -> index among the kept values; the spare for the others.
-    int8_t outIndex[64]{};
+    // Of each component, zigzag position -> index among the kept values; the spare for the
+    // others.
+    int8_t outIndex[4][64]{};
     int16_t* block(qint64 i) { return values.block(i); }
     uint64_t* mask(qint64 i) { return masks.as<uint64_t>() + i; }
 };
@@ -142,6 +142,7 @@ struct AcFirst {
         const int end = task.header.end;
         const int low = task.header.low;
         int16_t* block = co.block(index);
+        const int8_t* at = co.outIndex[task.header.component[0]];
         uint64_t mask = *co.mask(index);
         for (int k = task.header.start; k <= end;) {
             b.ensure();
@@ -174,7 +175,7 @@ struct AcFirst {
             }
             if (k > end)
                 return false;
-            block[co.outIndex[k]] = int16_t(value * (1 << low));
+            block[at[k]] = int16_t(value * (1 << low));
             mask |= uint64_t(1) << k;
             ++k;
         }
@@ -197,10 +198,11 @@ struct AcRefine {
         const int end = task.header.end;
         const int one = 1 << task.header.low;
         int16_t* block = co.block(index);
+        const int8_t* at = co.outIndex[task.header.component[0]];
         uint64_t mask = *co.mask(index);
-        // Values outside the kept corner land in the spare: their bits are read all the same.
+        // Values outside the kept ones land in the spare: their bits are read all the same.
         const auto correct = [&](int k) {
-            int16_t& value = block[co.outIndex[k]];
+            int16_t& value = block[at[k]];
             if (readBit(b) && (value & one) == 0)
                 value = int16_t(value >= 0 ? value + one : value - one);
         };
@@ -238,7 +240,7 @@ struct AcRefine {
                 if (value) {
                     if (k > end)
                         return false;
-                    block[co.outIndex[k]] = int16_t(value);
+                    block[at[k]] = int16_t(value);
                     mask |= uint64_t(1) << k;
                 }
             }
@@ -441,10 +443,11 @@ std::vector<ScanTask> readScans(const QByteArray& file, const JpegHeader& header
 } // namespace
 
 JpegBlocks DecodeProgressiveJpeg(const QByteArray& file, const JpegHeader& header,
-                                 const JpegScanLayout& layout, int keep)
+                                 const JpegScanLayout& layout,
+                                 const std::array<JpegKeptRows, 4>& kept)
 {
     if (!header.progressive || header.height == 0 || header.width == 0 ||
-        layout.blocksPerMcu == 0 || (keep != 1 && keep != 2 && keep != 4 && keep != 8) ||
+        layout.blocksPerMcu == 0 || header.components.size() > kept.size() ||
         header.firstScan <= 0 || header.firstScan >= file.size())
         return {};
     // Every block's DC value takes at least a bit of a first DC scan; a header promising more
@@ -458,21 +461,31 @@ JpegBlocks DecodeProgressiveJpeg(const QByteArray& file, const JpegHeader& heade
         return {};
 
     Coefficients co;
-    co.stride = keep * keep + 1;
-    int lastKept = 0; // the highest zigzag position inside the kept corner
-    for (int k = 0; k < 64; ++k) {
-        const int row = kJpegZigzag[size_t(k)] / 8;
-        const int column = kJpegZigzag[size_t(k)] % 8;
-        const bool kept = row < keep && column < keep;
-        co.outIndex[k] = int8_t(kept ? row * keep + column : keep * keep);
-        if (kept)
-            lastKept = k;
+    int lastKept[4] = {}; // of each component, the highest zigzag position it keeps
+    int sizes[10] = {};   // of each block of an MCU, its kept values and the spare
+    for (size_t c = 0; c < header.components.size(); ++c) {
+        const unsigned rows = kept[c];
+        const int count = __builtin_popcount(rows);
+        // Where row or column r lands among the kept ones.
+        const auto rank = [rows](int r) { return __builtin_popcount(rows & ((1u << r) - 1)); };
+        for (int k = 0; k < 64; ++k) {
+            const int row = kJpegZigzag[size_t(k)] / 8;
+            const int column = kJpegZigzag[size_t(k)] % 8;
+            const bool keptHere = (rows >> row & 1) && (rows >> column & 1);
+            co.outIndex[c][k] = int8_t(keptHere ? rank(row) * count + rank(column) : count * count);
+            if (keptHere)
+                lastKept[c] = k;
+        }
+    }
+    for (int i = 0; i < layout.blocksPerMcu; ++i) {
+        const int count = __builtin_popcount(unsigned(kept[layout.blockComponent[size_t(i)]]));
+        sizes[i] = count * count + 1;
     }
     // A band wholly outside the kept corner is skipped, unless a later refinement of a band
     // overlapping it is decoded: that needs to know which of its values are non-zero.
     for (size_t i = tasks.size(); i-- > 0;) {
         const JpegScanHeader& s = tasks[i].header;
-        if (s.start <= lastKept)
+        if (s.start <= lastKept[size_t(s.component[0])])
             continue;
         bool needed = false;
         for (size_t j = i + 1; j < tasks.size() && !needed; ++j) {
@@ -505,11 +518,11 @@ JpegBlocks DecodeProgressiveJpeg(const QByteArray& file, const JpegHeader& heade
             tasks[j].chainBytes = std::max(tasks[j].chainBytes, task.chainBytes);
     }
 
-    co.values = JpegBlocks(totalBlocks, co.stride);
+    co.values = JpegBlocks(totalBlocks, sizes, layout.blocksPerMcu);
     co.masks = ScratchBuffer(size_t(totalBlocks) * sizeof(uint64_t));
     if (!co.values.data() || !co.masks.data())
         return {};
-    std::memset(co.values.data(), 0, size_t(totalBlocks) * size_t(co.stride) * sizeof(int16_t));
+    std::memset(co.values.data(), 0, size_t(co.values.offset(totalBlocks)) * sizeof(int16_t));
     std::memset(co.masks.data(), 0, size_t(totalBlocks) * sizeof(uint64_t));
 
     const Geometry g = geometryOf(header, layout);

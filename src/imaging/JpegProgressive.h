@@ -8,16 +8,17 @@
 namespace kavori {
 
 // Decodes every scan of a progressive JPEG into coefficient blocks laid out as DecodeJpegScan
-// lays out a baseline file's: in the order of the layout's MCUs, of each block only the
-// top-left keep x keep corner and one spare, not yet dequantised, DC values summed up. The same
-// file made baseline gives the same blocks.
+// lays out a baseline file's: in the order of the layout's MCUs, of each block only the rows
+// and columns `kept` keeps for its component and one spare, not yet dequantised, DC values
+// summed up. The same file made baseline gives the same blocks.
 //
-// A scan that only adds coefficients outside the kept corner is passed over without decoding.
+// A scan that only adds coefficients outside the kept ones is passed over without decoding.
 // Scans of different components, and DC scans beside AC scans, are decoded side by side.
 // A file cut short, or damaged inside a scan, gives the blocks of what came before the damage
 // (as a browser shows a picture still arriving), the same on every decode. Null data when the
 // header is unusable, memory ran out or not even the first scan could be read.
 JpegBlocks DecodeProgressiveJpeg(const QByteArray& file, const JpegHeader& header,
-                                 const JpegScanLayout& layout, int keep);
+                                 const JpegScanLayout& layout,
+                                 const std::array<JpegKeptRows, 4>& kept);
 
 } // namespace kavori

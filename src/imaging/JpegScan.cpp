@@ -19,13 +19,13 @@ struct Scan {
     const uint8_t* data = nullptr; // unstuffed, followed by kPadding zero bytes
     uint64_t dataBits = 0;
     int blocksPerMcu = 1;
-    int stride = 2; // keep * keep values and one spare a block
+    int sizes[10]{}; // each block's kept values and one spare
     const Huffman* dc[10]{};
     const Huffman* ac[10]{};
     uint8_t component[10]{};
-    // Zigzag position -> index among the kept values; the spare for the others, so that every
-    // value is stored without a branch.
-    int8_t outIndex[64]{};
+    // For each block of an MCU, zigzag position -> index among the kept values; the spare for
+    // the others, so that every value is stored without a branch.
+    int8_t outIndex[10][64]{};
 
     // Decodes the block of the given MCU position starting at b.pos into out. The DC value,
     // sent as a difference, is added to its component's prediction, which out[0] then holds
@@ -34,7 +34,7 @@ struct Scan {
     // end; b.pos then still moves on deterministically, which the guessing decoders rely on.
     bool block(Bits& b, int phase, int16_t* out, uint16_t* prediction) const
     {
-        std::fill_n(out, stride, int16_t(0));
+        std::fill_n(out, sizes[phase], int16_t(0));
         b.ensure();
         uint16_t& dcValue = prediction[component[phase]];
         const int dcSize = decodeSymbol(*dc[phase], b);
@@ -45,6 +45,7 @@ struct Scan {
         dcValue = uint16_t(dcValue + uint16_t(receiveExtend(b, dcSize)));
         out[0] = int16_t(dcValue);
         const Huffman& table = *ac[phase];
+        const int8_t* index = outIndex[phase];
         for (int k = 1; k < 64;) {
             b.ensure();
             const int32_t fast = table.fastAc[b.window() >> (64 - kFastBits)];
@@ -70,7 +71,7 @@ struct Scan {
             }
             if (k > 63)
                 return false;
-            out[outIndex[k]] = int16_t(value);
+            out[index[k]] = int16_t(value);
             ++k;
         }
         return true;
@@ -92,7 +93,7 @@ struct Piece {
 void decodePiece(const Scan& scan, uint64_t bit, uint64_t stopBit, qint64 capacity, bool guessed,
                  Piece& piece)
 {
-    piece.values = JpegBlocks(capacity, scan.stride);
+    piece.values = JpegBlocks(capacity, scan.sizes, scan.blocksPerMcu);
     if (guessed)
         piece.starts = ScratchBuffer(size_t(capacity) * sizeof(uint64_t));
     if (!piece.values.data() || (guessed && !piece.starts.data()))
@@ -107,13 +108,14 @@ void decodePiece(const Scan& scan, uint64_t bit, uint64_t stopBit, qint64 capaci
         if (guessed)
             starts[blocks] = (b.pos() << 4) | uint64_t(phase);
         const uint64_t before = b.pos();
-        if (!scan.block(b, phase, out, prediction)) {
+        int16_t* values = out;
+        out += scan.sizes[phase];
+        if (!scan.block(b, phase, values, prediction)) {
             piece.failures.push_back(blocks);
             if (b.pos() == before)
                 b.seek(before + 1); // a guessing decoder always moves on
         }
         ++blocks;
-        out += scan.stride;
         phase = phase + 1 == scan.blocksPerMcu ? 0 : phase + 1;
     }
     std::copy_n(prediction, 4, piece.prediction);
@@ -142,23 +144,25 @@ void predictionBefore(const Scan& scan, const Piece& piece, qint64 index, uint16
     }
 }
 
-// Copies `count` blocks of a guessing piece into place, adding to each DC value the
-// difference between the true prediction and the one the piece started from.
-void adoptBlocks(const Scan& scan, const int16_t* from, int16_t* to, qint64 count, int phase,
-                 const uint16_t* offset)
+// Copies `count` blocks of a guessing piece, from its block `fromIndex`, into place at block
+// `toIndex` (the same place in the MCU), adding to each DC value the difference between the
+// true prediction and the one the piece started from.
+void adoptBlocks(const Scan& scan, const JpegBlocks& from, qint64 fromIndex, JpegBlocks& to,
+                 qint64 toIndex, qint64 count, const uint16_t* offset)
 {
     constexpr qint64 kChunk = 4096;
-    const qint64 chunks = (count + kChunk - 1) / kChunk;
-    RunInParallel(int(std::min<qint64>(chunks, ParallelWidth())), [&](int part) {
-        const int parts = int(std::min<qint64>(chunks, ParallelWidth()));
+    const int parts = int(std::clamp<qint64>((count + kChunk - 1) / kChunk, 1, ParallelWidth()));
+    RunInParallel(parts, [&](int part) {
         const qint64 first = count * part / parts;
         const qint64 last = count * (part + 1) / parts;
-        std::memcpy(to + first * scan.stride, from + first * scan.stride,
-                    size_t(last - first) * size_t(scan.stride) * sizeof(int16_t));
-        int p = int((phase + first) % scan.blocksPerMcu);
+        int16_t* block = to.block(toIndex + first);
+        std::memcpy(block, from.block(fromIndex + first),
+                    size_t(from.offset(fromIndex + last) - from.offset(fromIndex + first)) *
+                        sizeof(int16_t));
+        int p = int((toIndex + first) % scan.blocksPerMcu);
         for (qint64 k = first; k < last; ++k) {
-            int16_t& dc = to[k * scan.stride];
-            dc = int16_t(uint16_t(dc) + offset[scan.component[p]]);
+            block[0] = int16_t(uint16_t(block[0]) + offset[scan.component[p]]);
+            block += scan.sizes[p];
             p = p + 1 == scan.blocksPerMcu ? 0 : p + 1;
         }
     });
@@ -200,8 +204,7 @@ JpegBlocks joinPieces(const Scan& scan, std::vector<Piece>& pieces, qint64 total
                     offset[c] = uint16_t(prediction[c] - offset[c]);
                     prediction[c] = uint16_t(piece.prediction[c] + offset[c]);
                 }
-                adoptBlocks(scan, piece.values.block(index), out.block(blocks), take, phase,
-                            offset);
+                adoptBlocks(scan, piece.values, index, out, blocks, take, offset);
                 blocks += take;
                 if (index + take < piece.blocks) {
                     b.seek(starts[index + take] >> 4);
@@ -236,7 +239,7 @@ JpegBlocks decodeWithRestarts(const Scan& scan, const JpegScanLayout& layout,
     for (qint64 i = 0; i + 1 < intervals; ++i)
         startBits.push_back(restarts[size_t(i)] * 8);
     startBits.push_back(scan.dataBits);
-    JpegBlocks out(layout.totalBlocks(), scan.stride);
+    JpegBlocks out(layout.totalBlocks(), scan.sizes, layout.blocksPerMcu);
     if (!out.data())
         return {};
     std::atomic<bool> ok{true};
@@ -248,10 +251,12 @@ JpegBlocks decodeWithRestarts(const Scan& scan, const JpegScanLayout& layout,
             const qint64 firstBlock = i * interval * layout.blocksPerMcu;
             const qint64 blocks =
                 std::min<qint64>(interval, mcus - i * interval) * layout.blocksPerMcu;
+            int16_t* values = out.block(firstBlock); // the first of an MCU
             for (qint64 k = 0; k < blocks; ++k) {
-                if (!scan.block(b, int(k % layout.blocksPerMcu), out.block(firstBlock + k),
-                                prediction) ||
-                    b.pos() > startBits[size_t(i) + 1]) {
+                const int phase = int(k % layout.blocksPerMcu);
+                int16_t* here = values;
+                values += scan.sizes[phase];
+                if (!scan.block(b, phase, here, prediction) || b.pos() > startBits[size_t(i) + 1]) {
                     ok = false;
                     return;
                 }
@@ -293,17 +298,37 @@ std::optional<JpegScanLayout> LayoutOf(const JpegHeader& header)
     return layout;
 }
 
-JpegBlocks::JpegBlocks(qint64 count, int stride)
-    : values_(size_t(count) * size_t(stride) * sizeof(int16_t)), count_(count), stride_(stride)
-{}
+JpegBlocks::JpegBlocks(qint64 count, const int* sizes, int blocksPerMcu)
+    : count_(count), perMcu_(blocksPerMcu)
+{
+    for (int i = 0; i < blocksPerMcu; ++i)
+        starts_[size_t(i) + 1] = starts_[size_t(i)] + sizes[i];
+    mcuValues_ = starts_[size_t(blocksPerMcu)];
+    const qint64 mcus = (count + blocksPerMcu - 1) / blocksPerMcu;
+    values_ = ScratchBuffer(size_t(mcus) * size_t(mcuValues_) * sizeof(int16_t));
+}
 
 JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
                           const JpegScanLayout& layout, int keep, int parts)
 {
+    if (keep != 1 && keep != 2 && keep != 4 && keep != 8)
+        return {};
+    std::array<JpegKeptRows, 4> kept;
+    kept.fill(JpegKeptRows((1 << keep) - 1));
+    return DecodeJpegScan(file, header, layout, kept, parts);
+}
+
+JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
+                          const JpegScanLayout& layout, const std::array<JpegKeptRows, 4>& kept,
+                          int parts)
+{
     if (!header.baseline || !header.fullSpectrum || header.height == 0 ||
         header.scanComponents != int(header.components.size()) || layout.blocksPerMcu == 0 ||
-        (keep != 1 && keep != 2 && keep != 4 && keep != 8))
+        header.components.size() > kept.size())
         return {};
+    for (size_t i = 0; i < header.components.size(); ++i)
+        if (kept[i] == 0)
+            return {};
     Huffman tables[8];
     bool built[8] = {};
     Scan scan;
@@ -320,14 +345,20 @@ JpegBlocks DecodeJpegScan(const QByteArray& file, const JpegHeader& header,
         scan.dc[i] = &tables[kinds[0]];
         scan.component[i] = layout.blockComponent[size_t(i)];
         scan.ac[i] = &tables[kinds[1]];
+        const unsigned rows = kept[layout.blockComponent[size_t(i)]];
+        const int count = __builtin_popcount(rows);
+        scan.sizes[i] = count * count + 1;
+        // Where row or column r lands among the kept ones.
+        auto rank = [rows](int r) { return __builtin_popcount(rows & ((1u << r) - 1)); };
+        for (int k = 0; k < 64; ++k) {
+            const int row = kJpegZigzag[size_t(k)] / 8;
+            const int column = kJpegZigzag[size_t(k)] % 8;
+            const bool keptHere = (rows >> row & 1) && (rows >> column & 1);
+            scan.outIndex[i][k] =
+                int8_t(keptHere ? rank(row) * count + rank(column) : count * count);
+        }
     }
     scan.blocksPerMcu = layout.blocksPerMcu;
-    scan.stride = keep * keep + 1;
-    for (int k = 0; k < 64; ++k) {
-        const int row = kJpegZigzag[size_t(k)] / 8;
-        const int column = kJpegZigzag[size_t(k)] % 8;
-        scan.outIndex[k] = int8_t(row < keep && column < keep ? row * keep + column : keep * keep);
-    }
 
     const auto* begin = reinterpret_cast<const uint8_t*>(file.constData());
     Unstuffed data;

@@ -68,59 +68,62 @@ namespace {
 
 // Taps 0: as many as each target sample has.
 template <int Taps>
-void scaleRowsAcross(const SamplePlane& in, const ScaleTaps& across, SamplePlane& out, int from,
-                     int to)
+__attribute__((target_clones("avx2", "default"))) void
+scaleRowAcross(const uint8_t* in, const ScaleTaps& across, uint16_t* out)
 {
-    constexpr int half = 1 << (ScaleTaps::kBits - 1);
-    for (int y = from; y < to; ++y) {
-        const uint8_t* source = in.row(y);
-        uint8_t* target = out.row(y);
-        for (int x = 0; x < across.size(); ++x) {
-            const int16_t* w = across.weights(x);
-            const uint8_t* s = source + across.first(x);
-            int sum = half;
-            const int count = Taps ? Taps : across.count(x);
-            for (int i = 0; i < count; ++i)
-                sum += w[i] * s[i];
-            target[x] = uint8_t(sum >> ScaleTaps::kBits);
-        }
+    constexpr int shift = ScaleTaps::kBits - kFractionBits;
+    constexpr int half = 1 << (shift - 1);
+    for (int x = 0; x < across.size(); ++x) {
+        const int16_t* w = across.weights(x);
+        const uint8_t* s = in + across.first(x);
+        int sum = half;
+        const int count = Taps ? Taps : across.count(x);
+        for (int i = 0; i < count; ++i)
+            sum += w[i] * s[i];
+        out[x] = uint16_t(sum >> shift);
     }
 }
 
 } // namespace
 
-void ScaleAcross(const SamplePlane& in, const ScaleTaps& across, SamplePlane& out, int from, int to)
+void ScaleRowAcross(const uint8_t* in, const ScaleTaps& across, uint16_t* out)
 {
     switch (across.taps()) {
     case 1:
-        return scaleRowsAcross<1>(in, across, out, from, to);
+        return scaleRowAcross<1>(in, across, out);
     case 2:
-        return scaleRowsAcross<2>(in, across, out, from, to);
+        return scaleRowAcross<2>(in, across, out);
     case 3:
-        return scaleRowsAcross<3>(in, across, out, from, to);
+        return scaleRowAcross<3>(in, across, out);
     case 4:
-        return scaleRowsAcross<4>(in, across, out, from, to);
+        return scaleRowAcross<4>(in, across, out);
     default:
-        return scaleRowsAcross<0>(in, across, out, from, to);
+        return scaleRowAcross<0>(in, across, out);
     }
 }
 
-void ScaleDown(const SamplePlane& in, const ScaleTaps& down, int y, int width, uint8_t* out)
+// Built for AVX2 too, which multiplies eight 32-bit lanes at once.
+__attribute__((target_clones("avx2", "default"))) void ScaleRowDown(const uint16_t* rows,
+                                                                    ptrdiff_t stride,
+                                                                    const ScaleTaps& down, int y,
+                                                                    int width, uint8_t* out)
 {
-    // Whole rows at a time: going down each column would stride through memory.
-    static thread_local std::vector<int> sums;
-    width = std::min(width, in.width);
-    sums.assign(size_t(width), 1 << (ScaleTaps::kBits - 1));
-    int* total = sums.data();
+    // Whole rows at a time: going down each column would stride through memory. The weights
+    // (14 bits) times the samples (16 bits) stay within 31 bits however many rows are summed,
+    // as the weights add up to one.
+    constexpr int shift = ScaleTaps::kBits + kFractionBits;
+    static thread_local std::vector<int32_t> sums;
+    sums.assign(size_t(width), 1 << (shift - 1));
+    int32_t* total = sums.data();
     const int16_t* w = down.weights(y);
     for (int i = 0; i < down.count(y); ++i) {
-        const uint8_t* source = in.row(down.first(y) + i);
-        const int weight = w[i];
+        const uint16_t* source = rows + ptrdiff_t(down.first(y) + i) * stride;
+        const int32_t weight = w[i];
         for (int x = 0; x < width; ++x)
             total[x] += weight * source[x];
     }
     for (int x = 0; x < width; ++x)
-        out[x] = uint8_t(total[x] >> ScaleTaps::kBits);
+        out[x] = uint8_t(std::clamp(total[x] >> shift, 0, 255));
 }
 
 } // namespace kavori

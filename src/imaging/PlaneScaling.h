@@ -52,11 +52,17 @@ private:
     bool uniform_ = false;
 };
 
-// Scales rows [from, to) of `in` across into the same rows of `out` (out.width wide).
-void ScaleAcross(const SamplePlane& in, const ScaleTaps& across, SamplePlane& out, int from,
-                 int to);
+// The scaled values below carry kFractionBits below the 8 of a sample, so that the across
+// and down passes round only once, at the end.
+constexpr int kFractionBits = 8;
 
-// Scales down or up the columns of `in` to give the first `width` samples of target row y.
-void ScaleDown(const SamplePlane& in, const ScaleTaps& down, int y, int width, uint8_t* out);
+// Scales one row across: out[t] for each of across.size() targets, with
+// kFractionBits more bits than the input.
+void ScaleRowAcross(const uint8_t* in, const ScaleTaps& across, uint16_t* out);
+
+// Target row y, `width` samples, from rows scaled across (row r at rows + r * stride), rounded
+// to 8 bits.
+void ScaleRowDown(const uint16_t* rows, ptrdiff_t stride, const ScaleTaps& down, int y, int width,
+                  uint8_t* out);
 
 } // namespace kavori
