@@ -84,7 +84,46 @@ scaleRowAcross(const uint8_t* in, const ScaleTaps& across, uint16_t* out)
     }
 }
 
+template <int Taps>
+__attribute__((target_clones("avx2", "default"))) void
+scaleRowAcross3(const uint8_t* const in[3], const ScaleTaps& across, uint16_t* const out[3])
+{
+    constexpr int shift = ScaleTaps::kBits - kFractionBits;
+    constexpr int half = 1 << (shift - 1);
+    const uint8_t* a = in[0];
+    const uint8_t* b = in[1];
+    const uint8_t* c = in[2];
+    for (int x = 0; x < across.size(); ++x) {
+        const int16_t* w = across.weights(x);
+        const int first = across.first(x);
+        int sa = half, sb = half, sc = half;
+        const int count = Taps ? Taps : across.count(x);
+        for (int i = 0; i < count; ++i) {
+            sa += w[i] * a[first + i];
+            sb += w[i] * b[first + i];
+            sc += w[i] * c[first + i];
+        }
+        out[0][x] = uint16_t(sa >> shift);
+        out[1][x] = uint16_t(sb >> shift);
+        out[2][x] = uint16_t(sc >> shift);
+    }
+}
+
 } // namespace
+
+void ScaleRowAcross3(const uint8_t* const in[3], const ScaleTaps& across, uint16_t* const out[3])
+{
+    switch (across.taps()) {
+    case 2:
+        return scaleRowAcross3<2>(in, across, out);
+    case 3:
+        return scaleRowAcross3<3>(in, across, out);
+    case 4:
+        return scaleRowAcross3<4>(in, across, out);
+    default:
+        return scaleRowAcross3<0>(in, across, out);
+    }
+}
 
 void ScaleRowAcross(const uint8_t* in, const ScaleTaps& across, uint16_t* out)
 {

@@ -60,6 +60,10 @@ constexpr int kFractionBits = 8;
 // kFractionBits more bits than the input.
 void ScaleRowAcross(const uint8_t* in, const ScaleTaps& across, uint16_t* out);
 
+// The same for the three channels of a row, which share the taps: each target's weights are
+// read once.
+void ScaleRowAcross3(const uint8_t* const in[3], const ScaleTaps& across, uint16_t* const out[3]);
+
 // Target row y, `width` samples, from rows scaled across (row r at rows + r * stride), rounded
 // to 8 bits.
 void ScaleRowDown(const uint16_t* rows, ptrdiff_t stride, const ScaleTaps& down, int y, int width,

@@ -391,8 +391,9 @@ QImage render(const std::vector<SamplePlane>& planes, const QSize& decoded, cons
                 toRgb(planes[0].row(y), cb, cr, sourceWidth, red, red + sourceWidth,
                       red + 2 * sourceWidth);
             }
-            for (int c = 0; c < 3; ++c)
-                ScaleRowAcross(red + c * sourceWidth, across, out + c * width);
+            const uint8_t* const channels[3] = {red, red + sourceWidth, red + 2 * sourceWidth};
+            uint16_t* const scaledChannels[3] = {out, out + width, out + 2 * width};
+            ScaleRowAcross3(channels, across, scaledChannels);
         }
     });
     const int height = size.height();
