@@ -1,5 +1,6 @@
 #include "imaging/ScaledJpeg.h"
 #include "JpegFiles.h"
+#include "imaging/FullJpeg.h"
 #include "imaging/PictureLoader.h"
 #include "support/KavoriTest.h"
 #include "support/PhotoLike.h"
@@ -215,6 +216,19 @@ TEST_F(ScaledJpegTest, SaturatedColoursStayCloseToTheAveragedFullDecode)
             EXPECT_LE(s.largest, 40) << name << " " << size.width() << "x" << size.height();
         }
     }
+}
+
+// At 1/2, 4:2:0 chroma goes through the full decode's 8 x 8 transform, which machines without
+// AVX2 run on its plain path: the pictures are the same either way.
+TEST_F(ScaledJpegTest, HalfScaleChromaIsTheSameOnThePlainPath)
+{
+    const QByteArray file = EncodeJpeg(PhotoLike(203, 117, 5), {});
+    const QImage wide = DecodeScaledJpeg(file, 2, 2);
+    UseWideVectorsForFullJpeg(false);
+    const QImage plain = DecodeScaledJpeg(file, 2, 2);
+    UseWideVectorsForFullJpeg(true);
+    ASSERT_FALSE(wide.isNull());
+    EXPECT_EQ(plain, wide);
 }
 
 // Pieces start at guessed places in the data; where the data is spread unevenly (a plain sky
