@@ -218,6 +218,28 @@ TEST_F(ScaledJpegTest, SaturatedColoursStayCloseToTheAveragedFullDecode)
     }
 }
 
+// At an eighth each block is its mean. Over a whole photo the means of the full decode's blocks
+// are unrounded; rounding each eighth's exact halves up (common at odd quantiser steps) would
+// lift the picture by about 1/16 of a level.
+TEST_F(ScaledJpegTest, EighthsAreNotLiftedByRounding)
+{
+    for (const int quality : {90, 95}) {
+        const QByteArray file = EncodeJpeg(PhotoLike(800, 600, 3), {1, 1, true, false, false,
+                                                                    false, 0, quality});
+        const QImage full = libjpegAt(file, 1).convertToFormat(QImage::Format_Grayscale8);
+        const QImage ours = DecodeScaledJpeg(file, 8, 1).convertToFormat(QImage::Format_Grayscale8);
+        ASSERT_EQ(ours.size(), QSize(100, 75));
+        auto mean = [](const QImage& image) {
+            qint64 sum = 0;
+            for (int y = 0; y < image.height(); ++y)
+                for (int x = 0; x < image.width(); ++x)
+                    sum += image.constScanLine(y)[x];
+            return double(sum) / (double(image.width()) * image.height());
+        };
+        EXPECT_NEAR(mean(ours), mean(full), 0.03) << "quality " << quality;
+    }
+}
+
 // At 1/2, 4:2:0 chroma goes through the full decode's 8 x 8 transform, which machines without
 // AVX2 run on its plain path: the pictures are the same either way.
 TEST_F(ScaledJpegTest, HalfScaleChromaIsTheSameOnThePlainPath)
