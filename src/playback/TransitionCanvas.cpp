@@ -50,10 +50,25 @@ void PaintingCanvas::defer(const Copy& copy)
     if (m_pending.size() >= kPendingCopies)
         flush();
     m_pending.append(copy);
+    m_pendingMoves += copy.from.topLeft() != copy.to;
 }
 
 void PaintingCanvas::flush()
 {
+    // Copies that leave each pixel in its place can be applied in any order and over each
+    // other, so they go as one region: the slats of a blind, a column or row each copy, then
+    // join into wide rectangles and are copied row by row instead of pixel by pixel.
+    if (m_pendingMoves == 0) {
+        QRegion region;
+        for (const Copy& c : std::as_const(m_pending))
+            region += c.from;
+        for (const QRect& part : region) {
+            apply(part.topLeft(), part);
+            noteChanged(part);
+        }
+        m_pending.clear();
+        return;
+    }
     // Every copy reads only the source picture, so a copy whose target a later one of the same
     // frame paints over shows nothing: applied from the last back, each copy fills only what
     // no later one covers, and no pixel is written twice in a frame.
@@ -70,15 +85,18 @@ void PaintingCanvas::flush()
             covered += target;
     }
     m_pending.clear();
+    m_pendingMoves = 0;
 }
 
 void PaintingCanvas::apply(const QPoint& from, const QRect& to)
 {
     const qsizetype bytes = qsizetype(to.width()) * 4;
-    for (int row = 0; row < to.height(); ++row)
-        std::memcpy(m_destination.scanLine(to.top() + row) + qsizetype(to.left()) * 4,
-                    m_source.constScanLine(from.y() + row) + qsizetype(from.x()) * 4,
-                    size_t(bytes));
+    const qsizetype toStride = m_destination.bytesPerLine();
+    const qsizetype fromStride = m_source.bytesPerLine();
+    uchar* out = m_destination.scanLine(to.top()) + qsizetype(to.left()) * 4;
+    const uchar* in = m_source.constScanLine(from.y()) + qsizetype(from.x()) * 4;
+    for (int row = 0; row < to.height(); ++row, out += toStride, in += fromStride)
+        std::memcpy(out, in, size_t(bytes));
 }
 
 void PaintingCanvas::noteChanged(const QRect& rect)

@@ -73,6 +73,7 @@ private:
     // Past this many held copies the region arithmetic would cost more than it saves.
     static constexpr int kPendingCopies = 64;
     QVector<Copy> m_pending;
+    int m_pendingMoves = 0; // held copies whose pixels land elsewhere than they were
     static constexpr int kChangedRects = 16;
     std::array<QRect, kChangedRects> m_changedRects;
     int m_changedCount = 0;
