@@ -13,10 +13,12 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDialog>
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPointer>
 #include <QPushButton>
 #include <QSemaphore>
 #include <QTest>
@@ -34,18 +36,31 @@ QByteArray descriptions(const QByteArray& body)
     return "Kavori Description File\r\n------------------------------\r\n" + body;
 }
 
-// Runs steps on the modal dialogs as they open, one step per dialog, in order.
+// Runs steps on the modal dialogs as they open, one step per dialog, in order. Each step must
+// close its dialog: one left open (a refused OK) is a failure and is closed here, so the test
+// fails at once instead of waiting on a window nobody answers.
 void onNextDialogs(QList<std::function<void(QWidget*)>> steps)
 {
     if (steps.isEmpty())
         return;
     QTimer::singleShot(0, qApp, [steps]() mutable {
-        QWidget* dialog = nullptr;
+        QWidget* found = nullptr;
         const bool opened = QTest::qWaitFor(
-            [&] { return (dialog = QApplication::activeModalWidget()) != nullptr; }, 3000);
+            [&] { return (found = QApplication::activeModalWidget()) != nullptr; }, 3000);
         auto step = steps.takeFirst();
-        if (opened)
-            step(dialog);
+        if (!opened) {
+            ADD_FAILURE() << "no dialog opened for a step";
+            return;
+        }
+        QPointer<QWidget> dialog = found;
+        step(dialog);
+        if (dialog && dialog->isVisible()) {
+            ADD_FAILURE() << "a step left " << dialog->objectName().toStdString() << " open";
+            if (auto* d = qobject_cast<QDialog*>(dialog.data()))
+                d->reject();
+            else
+                dialog->close();
+        }
         onNextDialogs(steps); // the next dialog opens once this one has closed
     });
 }

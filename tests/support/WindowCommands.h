@@ -5,6 +5,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
+#include <QTest>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -26,9 +27,16 @@ inline void runWithDialog(MainViewFrm& w, const char* action,
                           const std::function<void(QDialog*)>& drive)
 {
     bool driven = false;
-    QTimer::singleShot(0, qApp, [&] {
-        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        ASSERT_NE(dialog, nullptr);
+    QTimer::singleShot(0, qApp, [&, action] {
+        // The command may do some work before its dialog opens; a dialog that never opens
+        // fails here rather than leaving the test waiting.
+        QDialog* dialog = nullptr;
+        ASSERT_TRUE(QTest::qWaitFor(
+            [&] {
+                return (dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()));
+            },
+            3000))
+            << action;
         drive(dialog);
         driven = true;
         if (dialog->isVisible())
