@@ -1,10 +1,11 @@
 // The shared corpus (make-corpus.sh DIR, then KAVORI_CORPUS=DIR) decoded at full size, for a
 // 1920 x 1080 screen and as 160 x 120 thumbnails, and a progressive copy of one of its photos
-// for the screen, each beside djpeg doing the same decoding (-scale 1/1, 1/2, 1/8) in the same
-// run, photo by photo in turn. djpeg is timed as a whole process writing to /dev/null, the
-// strictest fair reference: every one of its runs is a fresh process. Figures are per photo:
-// the median of five rounds over the photos, and the first photo's decode (in a process of its
-// own, bench/run-fresh.sh, a fresh process's figure). "ratio" is our median over djpeg's.
+// at full size, for the screen and as a thumbnail, each beside djpeg doing the same decoding
+// (-scale 1/1, 1/2, 1/8) in the same run, photo by photo in turn. djpeg is timed as a whole
+// process writing to /dev/null, the strictest fair reference: every one of its runs is a fresh
+// process. Figures are per photo: the median of five rounds over the photos, and the first
+// photo's decode (in a process of its own, bench/run-fresh.sh, a fresh process's figure).
+// "ratio" is our median over djpeg's.
 #include "imaging/PictureLoader.h"
 
 #include "Corpus.h"
@@ -136,6 +137,12 @@ void BM_CorpusProgressiveForScreen(benchmark::State& state)
     decodeProgressive(state, QSize(1920, 1080), QStringLiteral("1/2"));
 }
 
+// Every scan decoded whole, as stepping through a folder of progressive photos needs.
+void BM_CorpusProgressiveFullDecode(benchmark::State& state)
+{
+    decodeProgressive(state, QSize(), QStringLiteral("1/1"));
+}
+
 // At 1/8 only the DC values count: every AC scan is passed over undecoded.
 void BM_CorpusProgressiveThumbnail(benchmark::State& state)
 {
@@ -148,6 +155,10 @@ BENCHMARK(BM_CorpusFullDecode)->Unit(benchmark::kMillisecond)->Iterations(1)->Us
 BENCHMARK(BM_CorpusForScreen)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
 BENCHMARK(BM_CorpusThumbnails)->Unit(benchmark::kMillisecond)->Iterations(1)->UseRealTime();
 BENCHMARK(BM_CorpusProgressiveForScreen)
+    ->Unit(benchmark::kMillisecond)
+    ->Iterations(1)
+    ->UseRealTime();
+BENCHMARK(BM_CorpusProgressiveFullDecode)
     ->Unit(benchmark::kMillisecond)
     ->Iterations(1)
     ->UseRealTime();

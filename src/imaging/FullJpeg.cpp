@@ -1,6 +1,7 @@
 #include "FullJpeg.h"
 
 #include "JpegHeader.h"
+#include "JpegProgressive.h"
 #include "JpegScan.h"
 #include "runtime/ParallelRun.h"
 #include "runtime/ScratchMemory.h"
@@ -276,8 +277,9 @@ ConvertRow rowConverter()
 bool decodable(const JpegHeader& h)
 {
     const size_t count = h.components.size();
-    if (!h.baseline || !h.fullSpectrum || h.adobeRgb || h.height == 0 || h.width == 0 ||
-        h.scanComponents != int(count) || (count != 1 && count != 3))
+    const bool sequential = h.baseline && h.fullSpectrum && h.scanComponents == int(count);
+    if (!(sequential || h.progressive) || h.adobeRgb || h.height == 0 || h.width == 0 ||
+        (count != 1 && count != 3))
         return false;
     for (const JpegComponent& c : h.components)
         if (!h.quantDefined[size_t(c.quantTable)])
@@ -319,7 +321,12 @@ QImage DecodeFullJpeg(const QByteArray& file, int parts)
             c.quant[v] = Lanes{q[v * 8],     q[v * 8 + 1], q[v * 8 + 2], q[v * 8 + 3],
                                q[v * 8 + 4], q[v * 8 + 5], q[v * 8 + 6], q[v * 8 + 7]};
     }
-    const JpegBlocks values = DecodeJpegScan(file, *header, *layout, 8, parts);
+    // A progressive file's scans give the same whole blocks a baseline file's one scan does.
+    constexpr JpegKeptRows kAll = 0xFF;
+    const JpegBlocks values =
+        header->progressive
+            ? DecodeProgressiveJpeg(file, *header, *layout, {kAll, kAll, kAll, kAll})
+            : DecodeJpegScan(file, *header, *layout, 8, parts);
     if (!values.data())
         return {};
     QImage image = ScratchImage(QSize(header->width, header->height),

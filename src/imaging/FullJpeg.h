@@ -8,12 +8,14 @@
 
 namespace kavori {
 
-// Decodes a baseline JPEG (grey, or YCbCr at 4:4:4, 4:2:2 or 4:2:0) at its full size on every
-// core: the entropy-coded data in pieces side by side (as DecodeJpegScan does), then the
-// inverse DCT, the chroma upsampling and the colour conversion by rows. The pixels are those
+// Decodes a baseline or progressive JPEG (grey, or YCbCr at 4:4:4, 4:2:2 or 4:2:0) at its full
+// size on every core: the entropy-coded data in pieces side by side (as DecodeJpegScan does;
+// a progressive file's scans side by side as DecodeProgressiveJpeg does), then the inverse
+// DCT, the chroma upsampling and the colour conversion by rows. The pixels are those
 // of libjpeg's default decode (accurate integer inverse DCT, its triangle-filter upsampling,
 // its colour conversion), in a picture from the picture stock. Null when the file is of
-// another kind or damaged; the caller then reads it the usual way. parts as for
+// another kind or a baseline file is damaged; the caller then reads it the usual way. A
+// damaged progressive file gives what arrived before the damage. parts as for
 // DecodeJpegScan; the picture is the same for any number of parts.
 QImage DecodeFullJpeg(const QByteArray& file, int parts = 0);
 

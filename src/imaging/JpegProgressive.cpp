@@ -403,12 +403,23 @@ std::vector<ScanTask> readScans(const QByteArray& file, const JpegHeader& header
     // Encoders send about ten scans; a file of thousands of tiny ones, each walking every
     // block, would take minutes. What the first ones give is shown.
     constexpr size_t kMaxScans = 100;
+    std::array<bool, 4> seen{}; // components a scan has carried
     while (tasks.size() < kMaxScans) {
         std::optional<JpegScanHeader> scan = ReadJpegScanHeader(file, pos, tables);
         if (!scan)
             break;
         if (!usable(*scan, header))
             break;
+        // A component's quantisation table is the one in force at its first scan; one
+        // redefined between the header and then is not the table the blocks are transformed
+        // with, so such a file is left to the usual reader.
+        for (int i = 0; i < scan->count; ++i) {
+            const auto c = size_t(scan->component[size_t(i)]);
+            const auto slot = size_t(header.components[c].quantTable);
+            if (!seen[c] && tables.quant[slot] != header.quant[slot])
+                return {};
+            seen[c] = true;
+        }
         ScanTask task;
         task.header = *scan;
         task.restartInterval = tables.restartInterval;

@@ -16,7 +16,8 @@ namespace kavori {
 // Scans of different components, and DC scans beside AC scans, are decoded side by side.
 // A file cut short, or damaged inside a scan, gives the blocks of what came before the damage
 // (as a browser shows a picture still arriving), the same on every decode. Null data when the
-// header is unusable, memory ran out or not even the first scan could be read.
+// header is unusable, memory ran out, not even the first scan could be read, or a
+// quantisation table is redefined before its component's first scan.
 JpegBlocks DecodeProgressiveJpeg(const QByteArray& file, const JpegHeader& header,
                                  const JpegScanLayout& layout,
                                  const std::array<JpegKeptRows, 4>& kept);

@@ -1,4 +1,5 @@
 #include "JpegFiles.h"
+#include "imaging/FullJpeg.h"
 #include "imaging/PictureLoader.h"
 #include "imaging/ScaledJpeg.h"
 #include "support/KavoriTest.h"
@@ -120,20 +121,65 @@ TEST_F(ProgressiveJpegTest, SameCoefficientsGiveTheBaselinePictureBitForBit)
                 EXPECT_EQ(DecodeJpegAtSize(progressive, QSize(61, 35)),
                           DecodeJpegAtSize(baseline, QSize(61, 35)))
                     << c.name << " " << script.name;
+                const QImage full = DecodeFullJpeg(progressive);
+                ASSERT_FALSE(full.isNull()) << c.name << " " << script.name;
+                EXPECT_EQ(full, DecodeFullJpeg(baseline, 1))
+                    << c.name << ", " << script.name << " scans, restarts " << restarts
+                    << ", full size";
             }
         }
         const QString path =
             writeFile(QStringLiteral("progressive.jpg"), MakeProgressive(baseline));
         const QString basePath = writeFile(QStringLiteral("baseline.jpg"), baseline);
         EXPECT_EQ(LoadPicture(path, QSize(90, 90)), LoadPicture(basePath, QSize(90, 90))) << c.name;
+        EXPECT_EQ(LoadPicture(path), LoadPicture(basePath)) << c.name;
     }
     // Large enough for later scans of a component to follow earlier ones block by block on
     // other cores: still the baseline picture, every time.
     const QByteArray large = EncodeJpeg(PhotoLike(1600, 1200, 8), {});
     const QByteArray progressive = MakeProgressive(large);
     const QImage expected = DecodeScaledJpeg(large, 2, 1);
-    for (int run = 0; run < 3; ++run)
+    const QImage expectedFull = DecodeFullJpeg(large, 1);
+    for (int run = 0; run < 3; ++run) {
         EXPECT_EQ(DecodeScaledJpeg(progressive, 2), expected) << "run " << run;
+        EXPECT_EQ(DecodeFullJpeg(progressive), expectedFull) << "run " << run;
+    }
+}
+
+// A component's quantisation table is the one in force at its first scan. A file that
+// redefines the chroma table between the luma's first scan and the chroma's is left to the
+// usual reader (our blocks would be transformed with the old table); redefined once every
+// component has been sent, the new table changes nothing, and ours decodes it as before.
+TEST_F(ProgressiveJpegTest, TablesRedefinedBetweenScansAreTheOnesOfEachComponentsFirstScan)
+{
+    const QByteArray baseline = EncodeJpeg(PhotoLike(64, 48, 5), {2, 2});
+    const std::vector<ProgressiveScan> script = {{{0}, 0, 0, 0, 0},
+                                                 {{1, 2}, 0, 0, 0, 0},
+                                                 {{0}, 1, 63, 0, 0},
+                                                 {{1}, 1, 63, 0, 0},
+                                                 {{2}, 1, 63, 0, 0}};
+    const QByteArray progressive = MakeProgressive(baseline, script);
+    QByteArray table("\xFF\xDB\x00\x43\x01", 5); // table 1, 8-bit values
+    for (int i = 0; i < 64; ++i)
+        table += char(1 + i);
+    const auto beforeScan = [&](int n) {
+        qsizetype at = -2;
+        for (int i = 0; i <= n; ++i)
+            at = progressive.indexOf(QByteArray("\xFF\xDA", 2), at + 2);
+        return QByteArray(progressive).insert(at, table);
+    };
+
+    const QByteArray early = beforeScan(1);
+    EXPECT_TRUE(DecodeScaledJpeg(early, 2).isNull());
+    EXPECT_TRUE(DecodeFullJpeg(early).isNull());
+    const QString path = writeFile(QStringLiteral("early.jpg"), early);
+    const QImage read = LoadPicture(path);
+    ASSERT_FALSE(read.isNull());
+    EXPECT_NE(read, LoadPicture(writeFile(QStringLiteral("plain.jpg"), baseline)));
+
+    const QByteArray late = beforeScan(3);
+    EXPECT_EQ(DecodeScaledJpeg(late, 2), DecodeScaledJpeg(baseline, 2, 1));
+    EXPECT_EQ(DecodeFullJpeg(late), DecodeFullJpeg(baseline, 1));
 }
 
 // A file still arriving shows what has arrived: without its last scan (the finest bits of the
