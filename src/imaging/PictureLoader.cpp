@@ -68,14 +68,13 @@ QColorSpace jpegColorSpace(const QByteArray& file)
 
 // A JPEG decoded on all cores straight to the size that fits the target, when that is at most
 // half its own; null when it needs the full decode or the usual reader.
-QImage decodeJpegForTarget(const QString& path, QImageReader& reader, const QSize& size,
+QImage decodeJpegForTarget(const QByteArray& file, QImageReader& reader, const QSize& size,
                            const QSize& target)
 {
     const QImageIOHandler::Transformations turn = reader.transformation();
     const bool quarterTurn = turn & QImageIOHandler::TransformationRotate90;
     const QSize shown = quarterTurn ? size.transposed() : size;
     const QSize wanted = shown.scaled(target, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
-    const QByteArray file = readAll(path);
     QImage image = DecodeJpegAtSize(file, quarterTurn ? wanted.transposed() : wanted);
     if (image.isNull())
         return image;
@@ -84,10 +83,9 @@ QImage decodeJpegForTarget(const QString& path, QImageReader& reader, const QSiz
     return oriented(image, turn);
 }
 
-// A baseline JPEG at its full size on all cores; null when it needs the usual reader.
-QImage decodeFullJpeg(const QString& path, QImageReader& reader)
+// A JPEG at its full size on all cores; null when it needs the usual reader.
+QImage decodeFullJpeg(const QByteArray& file, QImageReader& reader)
 {
-    const QByteArray file = readAll(path);
     QImage image = DecodeFullJpeg(file);
     if (image.isNull())
         return image;
@@ -229,12 +227,18 @@ QImage loadPicture(const QString& path, const QSize& target)
                                     reader.supportsOption(QImageIOHandler::ScaledSize) &&
                                     reader.format() == "jpeg";
     if (scaleWhileDecoding) {
-        const QImage decoded = decodeJpegForTarget(path, reader, size, target);
+        const QByteArray file = readAll(path);
+        const QImage decoded = decodeJpegForTarget(file, reader, size, target);
         if (!decoded.isNull())
             return decoded;
+        // Wanted at more than half its size (a large screen): the full decode on every core,
+        // then scaled, is quicker than the reader's full decode on one.
+        const QImage full = decodeFullJpeg(file, reader);
+        if (!full.isNull())
+            return shrinkToFit(full, target);
         reader.setScaledSize(size.scaled(target, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
     } else if (reader.format() == "jpeg") {
-        const QImage decoded = decodeFullJpeg(path, reader);
+        const QImage decoded = decodeFullJpeg(readAll(path), reader);
         if (!decoded.isNull())
             return decoded;
     }

@@ -5,6 +5,8 @@
 #include "support/KavoriTest.h"
 #include "support/PhotoLike.h"
 
+#include <QImageReader>
+
 #include <cstdio>
 #include <vector>
 
@@ -145,4 +147,13 @@ TEST_F(FullJpegTest, OtherLayoutsAndDamagedFilesAreLeftToTheReader)
     const QString path = writeFile(QStringLiteral("turned.jpg"), EncodeJpeg(photo, turned));
     const QImage loaded = LoadPicture(path);
     EXPECT_EQ(loaded.size(), photo.size().transposed());
+    // Wanted at more than half its size, it is decoded whole and scaled: turned first, the
+    // size that fits, and the picture the reader's own decode-and-scale gives.
+    const QImage fitted = LoadPicture(path, QSize(200, 300));
+    EXPECT_EQ(fitted.size(), QSize(200, 266));
+    QImageReader reader(path);
+    reader.setAutoTransform(true);
+    const QImage theirs = reader.read().scaled(fitted.size(), Qt::IgnoreAspectRatio,
+                                               Qt::SmoothTransformation);
+    EXPECT_LE(largestDifference(fitted, theirs), 2);
 }
