@@ -1,15 +1,13 @@
 #include "MovieFrames.h"
 
+#include "DecodePipeline.h"
 #include "VideoWriter.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QUrl>
 
 #include <cstring>
 
-#include <gst/app/gstappsink.h>
-#include <gst/gst.h>
 #include <gst/pbutils/pbutils.h>
 
 namespace kavori {
@@ -47,69 +45,33 @@ MovieInfo ReadMovieInfo(const QString& file)
     return info;
 }
 
-struct MovieFrames::Pipeline {
-    GstElement* pipeline = nullptr;
-    GstElement* sink = nullptr;
-};
+MovieFrames::MovieFrames() : m_p(std::make_unique<DecodePipeline>()) {}
 
-MovieFrames::MovieFrames() = default;
-
-MovieFrames::~MovieFrames()
-{
-    close();
-}
-
-void MovieFrames::close()
-{
-    if (!m_p)
-        return;
-    gst_element_set_state(m_p->pipeline, GST_STATE_NULL);
-    gst_object_unref(m_p->sink);
-    gst_object_unref(m_p->pipeline);
-    delete m_p;
-    m_p = nullptr;
-}
+MovieFrames::~MovieFrames() = default;
 
 bool MovieFrames::open(const QString& file, const QSize& size)
 {
-    close();
     m_current = QImage();
     m_next = QImage();
     m_nextTime = -1;
     m_offset = 0;
     m_length = 0;
     m_size = size.expandedTo(QSize(1, 1));
-    if (!QFileInfo(file).isFile() || !StartGStreamer())
-        return false;
 #if Q_BYTE_ORDER == Q_LITTLE_ENDIAN
     const char* rgb = "BGRx";
 #else
     const char* rgb = "xRGB";
 #endif
     // Only the picture is wanted here; the sound is read with the other sounds.
-    const QString launch =
+    const QString description =
         QStringLiteral("filesrc name=src ! decodebin ! videoconvert ! videoscale ! "
                        "video/x-raw,format=%1,width=%2,height=%3,pixel-aspect-ratio=1/1 ! "
                        "appsink name=sink sync=false max-buffers=4")
             .arg(QString::fromLatin1(rgb))
             .arg(m_size.width())
             .arg(m_size.height());
-    GError* error = nullptr;
-    GstElement* pipeline = gst_parse_launch(launch.toUtf8().constData(), &error);
-    if (error) {
-        g_error_free(error);
-        if (pipeline)
-            gst_object_unref(pipeline);
-        return false;
-    }
-    GstElement* src = gst_bin_get_by_name(GST_BIN(pipeline), "src");
-    g_object_set(src, "location", QFile::encodeName(file).constData(), nullptr);
-    gst_object_unref(src);
-    m_p = new Pipeline;
-    m_p->pipeline = pipeline;
-    m_p->sink = gst_bin_get_by_name(GST_BIN(pipeline), "sink");
-    if (gst_element_set_state(pipeline, GST_STATE_PLAYING) == GST_STATE_CHANGE_FAILURE || !pull()) {
-        close();
+    if (!m_p->open(description.toUtf8(), file) || !pull()) {
+        m_p->close();
         return false;
     }
     m_current = m_next;
@@ -119,9 +81,9 @@ bool MovieFrames::open(const QString& file, const QSize& size)
 bool MovieFrames::pull()
 {
     m_nextTime = -1;
-    if (!m_p)
+    if (!m_p->pipeline())
         return false;
-    GstSample* sample = gst_app_sink_try_pull_sample(GST_APP_SINK(m_p->sink), kStall);
+    GstSample* sample = gst_app_sink_try_pull_sample(m_p->sink(), kStall);
     if (!sample)
         return false; // the end, a failure or a stall: the movie has no more pictures
     GstBuffer* buffer = gst_sample_get_buffer(sample);
@@ -146,9 +108,9 @@ bool MovieFrames::pull()
 
 bool MovieFrames::restart()
 {
-    if (!m_p || m_length <= 0)
+    if (!m_p->pipeline() || m_length <= 0)
         return false;
-    if (!gst_element_seek_simple(m_p->pipeline, GST_FORMAT_TIME,
+    if (!gst_element_seek_simple(m_p->pipeline(), GST_FORMAT_TIME,
                                  GstSeekFlags(GST_SEEK_FLAG_FLUSH | GST_SEEK_FLAG_KEY_UNIT), 0))
         return false;
     m_offset += m_length;

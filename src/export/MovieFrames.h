@@ -4,7 +4,11 @@
 #include <QSize>
 #include <QString>
 
+#include <memory>
+
 namespace kavori {
+
+class DecodePipeline;
 
 // A movie's picture size and length as its file says; an invalid size when it has no
 // picture or cannot be read.
@@ -30,12 +34,10 @@ public:
     const QImage& frameAt(qint64 time);
 
 private:
-    struct Pipeline;
     bool pull();
     bool restart();
-    void close();
 
-    Pipeline* m_p = nullptr;
+    std::unique_ptr<DecodePipeline> m_p;
     QSize m_size;
     QImage m_current;
     QImage m_next;

@@ -1,5 +1,6 @@
 #include "ShowSoundtrack.h"
 
+#include "DecodePipeline.h"
 #include "VideoWriter.h"
 #include "platform/SoundDevices.h"
 #include "playback/media/MediaKinds.h"
@@ -11,8 +12,6 @@
 #include <QFileInfo>
 
 #include <fluidsynth.h>
-#include <gst/app/gstappsink.h>
-#include <gst/gst.h>
 
 #include <algorithm>
 #include <cstring>
@@ -73,26 +72,15 @@ bool ReadMidi(const QString& file, QVector<qint16>& samples, qint64 maxFrames)
 
 bool ReadDecoded(const QString& file, QVector<qint16>& samples, qint64 maxFrames)
 {
-    if (!QFileInfo(file).isFile() || !StartGStreamer())
+    DecodePipeline decoding;
+    if (!decoding.open("filesrc name=src ! decodebin ! audioconvert ! audioresample ! "
+                       "audio/x-raw,format=S16LE,rate=48000,channels=2,layout=interleaved ! "
+                       "appsink name=sink sync=false",
+                       file))
         return false;
-    GError* error = nullptr;
-    GstElement* pipeline =
-        gst_parse_launch("filesrc name=src ! decodebin ! audioconvert ! audioresample ! "
-                         "audio/x-raw,format=S16LE,rate=48000,channels=2,layout=interleaved ! "
-                         "appsink name=sink sync=false",
-                         &error);
-    if (error) {
-        g_error_free(error);
-        if (pipeline)
-            gst_object_unref(pipeline);
-        return false;
-    }
-    GstElement* src = gst_bin_get_by_name(GST_BIN(pipeline), "src");
-    g_object_set(src, "location", QFile::encodeName(file).constData(), nullptr);
-    gst_object_unref(src);
-    GstElement* sink = gst_bin_get_by_name(GST_BIN(pipeline), "sink");
-    GstBus* bus = gst_element_get_bus(pipeline);
-    bool ok = gst_element_set_state(pipeline, GST_STATE_PLAYING) != GST_STATE_CHANGE_FAILURE;
+    GstAppSink* sink = decoding.sink();
+    GstBus* bus = gst_element_get_bus(decoding.pipeline());
+    bool ok = true;
     // A decoder that neither ends nor fails nor gives sound for this long is given up on.
     int idle = 0;
     constexpr int kIdleLimit = 200;
@@ -102,9 +90,9 @@ bool ReadDecoded(const QString& file, QVector<qint16>& samples, qint64 maxFrames
             ok = false;
             break;
         }
-        GstSample* sample = gst_app_sink_try_pull_sample(GST_APP_SINK(sink), 50 * GST_MSECOND);
+        GstSample* sample = gst_app_sink_try_pull_sample(sink, 50 * GST_MSECOND);
         if (!sample) {
-            if (gst_app_sink_is_eos(GST_APP_SINK(sink)))
+            if (gst_app_sink_is_eos(sink))
                 break;
             if (++idle >= kIdleLimit)
                 ok = false;
@@ -121,10 +109,8 @@ bool ReadDecoded(const QString& file, QVector<qint16>& samples, qint64 maxFrames
         if (maxFrames >= 0 && samples.size() / 2 >= maxFrames)
             break;
     }
-    gst_element_set_state(pipeline, GST_STATE_NULL);
     gst_object_unref(bus);
-    gst_object_unref(sink);
-    gst_object_unref(pipeline);
+    decoding.close();
     if (maxFrames >= 0 && samples.size() / 2 > maxFrames)
         samples.resize(maxFrames * 2);
     return ok;
