@@ -1,5 +1,7 @@
 #pragma once
 
+#include "MovingPicture.h"
+
 #include <QImage>
 #include <QSize>
 #include <QString>
@@ -20,10 +22,10 @@ MovieInfo ReadMovieInfo(const QString& file);
 
 // The pictures of a movie slide, read one after another through GStreamer's decoders at the
 // size the slide shows them, the movie starting over when it ends, as the player repeats it.
-class MovieFrames {
+class MovieFrames : public MovingPicture {
 public:
     MovieFrames();
-    ~MovieFrames();
+    ~MovieFrames() override;
     MovieFrames(const MovieFrames&) = delete;
     MovieFrames& operator=(const MovieFrames&) = delete;
 
@@ -31,7 +33,7 @@ public:
     bool open(const QString& file, const QSize& size);
     // The picture shown at time (microseconds from the movie's start, going forward from call
     // to call). Null when the movie has no picture.
-    const QImage& frameAt(qint64 time);
+    const QImage& frameAt(qint64 time) override;
 
 private:
     bool pull();

@@ -1,5 +1,6 @@
 #include "ShowFrames.h"
 
+#include "AnimationFrames.h"
 #include "MovieFrames.h"
 #include "imaging/ImageTypes.h"
 #include "imaging/PictureLoader.h"
@@ -93,7 +94,7 @@ void ShowFrames::reset()
     m_sounds.clear();
     m_unreadable.clear();
     m_unplayable.clear();
-    m_movie.reset();
+    m_moving.reset();
     m_infoLine.clear();
     m_description.clear();
     m_motion.reset();
@@ -262,14 +263,16 @@ void ShowFrames::showSlide(int index)
         if (span.movieRect.isEmpty()) {
             m_unplayable.append(slide.SlideFile);
         } else if (m_drawing) {
-            m_movie = std::make_unique<MovieFrames>();
-            if (m_movie->open(slide.SlideFile, span.movieRect.size())) {
-                m_movieRect = span.movieRect;
-                m_movieStart = m_time;
-            } else {
-                m_movie.reset();
-            }
+            auto frames = std::make_unique<MovieFrames>();
+            if (frames->open(slide.SlideFile, span.movieRect.size()))
+                play(std::move(frames), span.movieRect);
         }
+    } else if (m_drawing && s.AnimateGIF89 && IsAnimatedPicture(slide.SlideFile)) {
+        // An animated picture moves where the slide's picture stands, its first picture
+        // beneath it as the player's is.
+        auto frames = std::make_unique<AnimationFrames>();
+        if (frames->open(slide.SlideFile, rect.size()))
+            play(std::move(frames), rect);
     }
 
     // The slide is up: its line and description, then its interval.
@@ -294,7 +297,7 @@ void ShowFrames::showSlide(int index)
     emitUntil(span.end());
     m_description.clear();
     m_motion.reset();
-    m_movie.reset();
+    m_moving.reset();
 }
 
 void ShowFrames::present(qint16 number, bool useEngine)
@@ -336,6 +339,13 @@ bool ShowFrames::emitUntil(qint64 end)
     return !m_stopped;
 }
 
+void ShowFrames::play(std::unique_ptr<MovingPicture> moving, const QRect& rect)
+{
+    m_moving = std::move(moving);
+    m_movingRect = rect;
+    m_movingStart = m_time;
+}
+
 const QImage& ShowFrames::drawFrame(const QImage& base, qint64 time)
 {
     if (m_motion && m_motion->moves()) {
@@ -346,15 +356,15 @@ const QImage& ShowFrames::drawFrame(const QImage& base, qint64 time)
             ++m_descTicks;
         }
     }
-    if (m_infoLine.isEmpty() && m_description.isEmpty() && !m_movie)
+    if (m_infoLine.isEmpty() && m_description.isEmpty() && !m_moving)
         return base;
     // Lines standing still over a screen standing still: the frame drawn before, untouched, so
     // its key tells the writer that nothing changed.
     const QPoint descAt = m_motion ? m_motion->position() : QPoint();
-    if (!m_movie && m_drawnValid && base.cacheKey() == m_drawnBase && m_infoLine == m_drawnInfo &&
+    if (!m_moving && m_drawnValid && base.cacheKey() == m_drawnBase && m_infoLine == m_drawnInfo &&
         m_description == m_drawnDescription && descAt == m_drawnAt)
         return m_frame_;
-    m_drawnValid = !m_movie;
+    m_drawnValid = !m_moving;
     m_drawnBase = base.cacheKey();
     m_drawnInfo = m_infoLine;
     m_drawnDescription = m_description;
@@ -364,10 +374,10 @@ const QImage& ShowFrames::drawFrame(const QImage& base, qint64 time)
     std::memcpy(m_frame_.bits(), base.constBits(), size_t(base.sizeInBytes()));
     QPainter painter(&m_frame_);
     // The movie's box lies over the screen, under the description and the file-name line.
-    if (m_movie) {
-        const QImage& picture = m_movie->frameAt(time - m_movieStart);
+    if (m_moving) {
+        const QImage& picture = m_moving->frameAt(time - m_movingStart);
         if (!picture.isNull())
-            painter.drawImage(m_movieRect.topLeft(), picture);
+            painter.drawImage(m_movingRect.topLeft(), picture);
     }
     if (!m_description.isEmpty() && m_motion) {
         const QPoint at(TwipsToPixels(m_motion->position().x()),

@@ -16,7 +16,7 @@
 namespace kavori {
 
 class DescriptionMotion;
-class MovieFrames;
+class MovingPicture;
 class SlideDecoder;
 
 // How long a slide that waits for the user (no interval) stays in a video.
@@ -84,6 +84,8 @@ private:
     bool emitUntil(qint64 end);
     const QImage& drawFrame(const QImage& base, qint64 time);
     void cueSound(const Slide& slide);
+    // Lets moving pictures play in rect from now, over the screen, until the slide ends.
+    void play(std::unique_ptr<MovingPicture> moving, const QRect& rect);
 
     QSize m_size;
     int m_fps;
@@ -123,9 +125,10 @@ private:
     QVector<SoundCue> m_sounds;
     QStringList m_unreadable;
     QStringList m_unplayable;
-    std::unique_ptr<MovieFrames> m_movie; // the movie slide standing now
-    QRect m_movieRect;
-    qint64 m_movieStart = 0;
+    // The movie or animated picture of the slide standing now, where it plays, since when.
+    std::unique_ptr<MovingPicture> m_moving;
+    QRect m_movingRect;
+    qint64 m_movingStart = 0;
 };
 
 } // namespace kavori

@@ -1,5 +1,6 @@
 #include "export/ShowFrames.h"
 #include "ExportTestFiles.h"
+#include "imaging/ImageFiles.h"
 #include "playback/FullViewFrm.h"
 #include "playback/TransitionCanvas.h"
 #include "playback/TransitionEffects.h"
@@ -240,4 +241,39 @@ TEST_F(ShowFramesTest, AStandingFrameKeepsItsKeySoTheWriterSendsItAgain)
         else
             EXPECT_GT(kept, frames.frameCount() / 2);
     }
+}
+
+// An animated picture moves in the video as the player animates it: each picture for its
+// delay, round again as the file says, or still when animation is off.
+TEST_F(ShowFramesTest, AnAnimatedPictureMovesForItsDelaysAndLoops)
+{
+    const QList<QRgb> colours = {qRgb(255, 0, 0), qRgb(0, 255, 0), qRgb(0, 0, 255)};
+    const QString forEver =
+        writeFile(QStringLiteral("round.gif"), ColourGif(colours, {50, 50, 50}, 0));
+    const QString once = writeFile(QStringLiteral("once.gif"), ColourGif(colours, {50, 50, 50}, -1));
+    CurrentSettings().EnableTransitions = false;
+    CurrentSettings().SlideInterval = 3;
+    const auto centreColours = [&](const QString& gif, bool animate) {
+        ResetShow();
+        Slide slide = NewSlide(gif);
+        slide.SlideEnlarge = 1;
+        CurrentShow().slides.append(slide);
+        CurrentSettings().AnimateGIF89 = animate;
+        ShowFrames frames(kSize, kFps, 1);
+        const QVector<QImage> video = walkAll(frames);
+        EXPECT_EQ(frames.spans().size(), 1);
+        QList<QRgb> seen;
+        if (frames.spans().isEmpty())
+            return seen;
+        const SlideSpan& span = frames.spans().front();
+        for (const qint64 at : {250000, 750000, 1250000, 1750000, 2750000}) {
+            const QImage& frame = video.at(int(frameAt(span.start + span.transition + at)));
+            seen << (frame.pixel(kSize.width() / 2, kSize.height() / 2) & 0xFFFFFF);
+        }
+        return seen;
+    };
+    const QRgb red = 0xFF0000, green = 0x00FF00, blue = 0x0000FF;
+    EXPECT_EQ(centreColours(forEver, true), QList<QRgb>({red, green, blue, red, blue}));
+    EXPECT_EQ(centreColours(once, true), QList<QRgb>({red, green, blue, blue, blue}));
+    EXPECT_EQ(centreColours(forEver, false), QList<QRgb>({red, red, red, red, red}));
 }

@@ -113,6 +113,27 @@ QByteArray Gif(const QByteArray& signature, bool twoFrames)
     return g + ";";
 }
 
+QByteArray ColourGif(const QList<QRgb>& colours, const QList<int>& delays, int loops)
+{
+    QByteArray g = "GIF89a" + QByteArray::fromHex("02000200810000");
+    for (int i = 0; i < 4; ++i) {
+        const QRgb c = i < colours.size() ? colours[i] : qRgb(0, 0, 0);
+        g += char(qRed(c));
+        g += char(qGreen(c));
+        g += char(qBlue(c));
+    }
+    if (loops >= 0)
+        g += QByteArray::fromHex("21ff0b") + "NETSCAPE2.0" + QByteArray::fromHex("0301") +
+             char(loops & 0xff) + char(loops >> 8) + char(0);
+    for (int i = 0; i < colours.size(); ++i) {
+        const int delay = i < delays.size() ? delays[i] : 0;
+        g += QByteArray::fromHex("21f90400") + char(delay & 0xff) + char(delay >> 8) +
+             QByteArray::fromHex("0000") + QByteArray::fromHex("2c0000000002000200") + char(0) +
+             lzwLiterals({i, i, i, i});
+    }
+    return g + ";";
+}
+
 QByteArray IconFile(bool cursor)
 {
     const QByteArray small = iconEntryImage(16, qRgb(255, 0, 0));

@@ -11,6 +11,10 @@ namespace kavori::test {
 // An animated (two frames) or still 2 x 2 GIF; the signature as given ("GIF89a", "gif89a",
 // "GIF87a").
 QByteArray Gif(const QByteArray& signature, bool twoFrames);
+// A 2 x 2 GIF89a of one colour a frame (up to four), each standing its delay in hundredths of
+// a second; loops as its NETSCAPE block says (0 for ever), or without the block (plays once)
+// for -1.
+QByteArray ColourGif(const QList<QRgb>& colours, const QList<int>& delays, int loops);
 // An icon (or cursor) holding a 16 x 16 red and a 32 x 32 blue picture.
 QByteArray IconFile(bool cursor);
 // A metafile filled with a red rectangle: 100 x 50 pixels, or for the WMF width x height
