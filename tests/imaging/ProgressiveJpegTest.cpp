@@ -208,6 +208,9 @@ TEST_F(ProgressiveJpegTest, CutAndDamagedFilesGiveWhatArrivedTheSameEveryTime)
             const QByteArray part = file.left(cut);
             const QImage first = DecodeScaledJpeg(part, 2);
             EXPECT_EQ(DecodeScaledJpeg(part, 2), first) << "cut at " << cut;
+            const QImage full = DecodeFullJpeg(part);
+            EXPECT_EQ(DecodeFullJpeg(part), full) << "cut at " << cut;
+            EXPECT_EQ(full.isNull(), first.isNull()) << "cut at " << cut;
             if (!first.isNull()) {
                 EXPECT_EQ(first.size(), QSize(48, 32)) << "cut at " << cut;
             }
@@ -220,6 +223,8 @@ TEST_F(ProgressiveJpegTest, CutAndDamagedFilesGiveWhatArrivedTheSameEveryTime)
             QByteArray flipped = file;
             const qsizetype at = (qsizetype(seed) * 7919) % flipped.size();
             flipped[at] = char(flipped[at] ^ (1 << (seed % 8)));
+            const QImage full = DecodeFullJpeg(flipped);
+            EXPECT_EQ(DecodeFullJpeg(flipped), full) << "flip at " << at;
             for (const int denominator : {2, 8}) {
                 const QImage image = DecodeScaledJpeg(flipped, denominator);
                 EXPECT_EQ(DecodeScaledJpeg(flipped, denominator), image) << "flip at " << at;
