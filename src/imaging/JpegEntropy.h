@@ -66,6 +66,17 @@ private:
     int available_ = 0;
 };
 
+// The reader copied for the decoding of one block and copied back after it: held in a local,
+// its window and position stay in registers instead of being written to memory at every step.
+struct LocalBits {
+    explicit LocalBits(Bits& shared) : shared(shared), bits(shared) {}
+    ~LocalBits() { shared = bits; }
+    LocalBits(const LocalBits&) = delete;
+    LocalBits& operator=(const LocalBits&) = delete;
+    Bits& shared;
+    Bits bits;
+};
+
 // Call after Bits::ensure().
 inline int decodeSymbol(const Huffman& t, Bits& b)
 {

@@ -127,7 +127,7 @@ struct DcRefine {
 
 // The first bits of a band of AC values; a run of blocks with nothing in the band is sent once.
 struct AcFirst {
-    Bits& b;
+    Bits& reader;
     Coefficients& co;
     const ScanTask& task;
     int eobRun = 0;
@@ -138,6 +138,8 @@ struct AcFirst {
             --eobRun;
             return true;
         }
+        LocalBits local(reader);
+        Bits& b = local.bits;
         const Huffman& table = *task.tables[0];
         const int end = task.header.end;
         const int low = task.header.low;
@@ -187,13 +189,15 @@ struct AcFirst {
 // One more bit of a band of AC values: a correction bit for each value already non-zero, and
 // the values that become non-zero with this bit.
 struct AcRefine {
-    Bits& b;
+    Bits& reader;
     Coefficients& co;
     const ScanTask& task;
     int eobRun = 0;
     void reset() { eobRun = 0; }
     bool operator()(qint64 index, int)
     {
+        LocalBits local(reader);
+        Bits& b = local.bits;
         const Huffman& table = *task.tables[0];
         const int end = task.header.end;
         const int one = 1 << task.header.low;

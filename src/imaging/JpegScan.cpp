@@ -32,8 +32,10 @@ struct Scan {
     // (sums wrap around in 16 bits, so a decoder started at a guessed place can be put right
     // later by adding a constant). False for a code no table holds or a run past the block's
     // end; b.pos then still moves on deterministically, which the guessing decoders rely on.
-    bool block(Bits& b, int phase, int16_t* out, uint16_t* prediction) const
+    bool block(Bits& shared, int phase, int16_t* out, uint16_t* prediction) const
     {
+        LocalBits local(shared);
+        Bits& b = local.bits;
         std::fill_n(out, sizes[phase], int16_t(0));
         b.ensure();
         uint16_t& dcValue = prediction[component[phase]];
