@@ -373,7 +373,8 @@ const QImage& ShowFrames::drawFrame(const QImage& base, qint64 time)
         m_frame_ = QImage(base.size(), base.format());
     std::memcpy(m_frame_.bits(), base.constBits(), size_t(base.sizeInBytes()));
     QPainter painter(&m_frame_);
-    // The movie's box lies over the screen, under the description and the file-name line.
+    // The movie's or animation's box lies over the screen, under the description and the
+    // file-name line.
     if (m_moving) {
         const QImage& picture = m_moving->frameAt(time - m_movingStart);
         if (!picture.isNull())
