@@ -273,26 +273,12 @@ ConvertRow rowConverter()
     return plain::convertRow;
 }
 
-// Grey, or YCbCr with luma at 1 x 1, 2 x 1 or 2 x 2 and chroma at 1 x 1.
+// Of what our decoders take, the full size takes luma at 1 x 1, 2 x 1 or 2 x 2 (its
+// upsampling knows no chroma halved only down).
 bool decodable(const JpegHeader& h)
 {
-    const size_t count = h.components.size();
-    const bool sequential = h.baseline && h.fullSpectrum && h.scanComponents == int(count);
-    if (!(sequential || h.progressive) || h.adobeRgb || h.height == 0 || h.width == 0 ||
-        (count != 1 && count != 3))
-        return false;
-    for (const JpegComponent& c : h.components)
-        if (!h.quantDefined[size_t(c.quantTable)])
-            return false;
-    if (count == 1)
-        return true;
-    const bool rgbNames =
-        h.components[0].id == 'R' && h.components[1].id == 'G' && h.components[2].id == 'B';
-    const JpegComponent& luma = h.components[0];
-    const bool lumaOk = (luma.h == 1 && luma.v == 1) || (luma.h == 2 && luma.v == 1) ||
-                        (luma.h == 2 && luma.v == 2);
-    return !rgbNames && lumaOk && h.components[1].h == 1 && h.components[1].v == 1 &&
-           h.components[2].h == 1 && h.components[2].v == 1;
+    return OurJpegDecodersTake(h) &&
+           (h.components.size() == 1 || !(h.components[0].h == 1 && h.components[0].v == 2));
 }
 
 // Beyond these the usual reader, with its own allocation limit, decides.

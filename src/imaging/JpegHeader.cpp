@@ -187,6 +187,25 @@ std::optional<JpegHeader> ReadJpegHeader(const QByteArray& file)
     return std::nullopt;
 }
 
+bool OurJpegDecodersTake(const JpegHeader& h)
+{
+    const size_t count = h.components.size();
+    const bool sequential = h.baseline && h.fullSpectrum && h.scanComponents == int(count);
+    if (!(sequential || h.progressive) || h.adobeRgb || h.height == 0 || h.width == 0 ||
+        (count != 1 && count != 3))
+        return false;
+    for (const JpegComponent& c : h.components)
+        if (!h.quantDefined[size_t(c.quantTable)])
+            return false;
+    if (count == 1)
+        return true;
+    const bool rgbNames =
+        h.components[0].id == 'R' && h.components[1].id == 'G' && h.components[2].id == 'B';
+    const JpegComponent& luma = h.components[0];
+    return !rgbNames && luma.h <= 2 && luma.v <= 2 && h.components[1].h == 1 &&
+           h.components[1].v == 1 && h.components[2].h == 1 && h.components[2].v == 1;
+}
+
 std::optional<JpegScanHeader> ReadJpegScanHeader(const QByteArray& file, qsizetype pos,
                                                  JpegHeader& header)
 {

@@ -49,6 +49,12 @@ struct JpegHeader {
 // are read one after another by the progressive decoder.
 std::optional<JpegHeader> ReadJpegHeader(const QByteArray& file);
 
+// Whether our decoders take the picture: baseline (one scan of every component) or
+// progressive, Huffman coded, grey or YCbCr with chroma at 1 x 1 and luma at most 2 x 2,
+// every quantisation table defined. Others (CMYK, stored RGB, unusual samplings) are left to
+// the usual reader.
+bool OurJpegDecodersTake(const JpegHeader& header);
+
 // One scan's header, read by ReadJpegScanHeader.
 struct JpegScanHeader {
     int count = 0;                  // components in the scan

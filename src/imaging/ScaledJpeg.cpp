@@ -427,25 +427,6 @@ QImage render(const std::vector<SamplePlane>& planes, const QSize& decoded, cons
     return image;
 }
 
-bool decodable(const JpegHeader& h)
-{
-    const size_t count = h.components.size();
-    const bool sequential = h.baseline && h.fullSpectrum && h.scanComponents == int(count);
-    if (!(sequential || h.progressive) || h.adobeRgb || h.height == 0 || (count != 1 && count != 3))
-        return false;
-    for (const JpegComponent& c : h.components)
-        if (!h.quantDefined[size_t(c.quantTable)])
-            return false;
-    if (count == 1)
-        return true;
-    // The usual samplings: chroma at full, half or quarter of luma, never finer than luma.
-    const bool rgbNames =
-        h.components[0].id == 'R' && h.components[1].id == 'G' && h.components[2].id == 'B';
-    const JpegComponent& luma = h.components[0];
-    return !rgbNames && luma.h <= 2 && luma.v <= 2 && h.components[1].h == 1 &&
-           h.components[1].v == 1 && h.components[2].h == 1 && h.components[2].v == 1;
-}
-
 // Beyond these the usual reader, with its own allocation limit, decides.
 constexpr qint64 kMaxValues = qint64(256) << 20;
 constexpr qint64 kMaxPixels = qint64(100) << 20;
@@ -509,7 +490,7 @@ QImage DecodeScaledJpeg(const QByteArray& file, int denominator, int parts)
 {
     const int keep = denominator == 2 ? 4 : denominator == 4 ? 2 : denominator == 8 ? 1 : 0;
     const std::optional<JpegHeader> header = ReadJpegHeader(file);
-    if (!keep || !header || !decodable(*header))
+    if (!keep || !header || !OurJpegDecodersTake(*header))
         return {};
     return decode(file, *header, keep, scaledSize(*header, keep), parts);
 }
@@ -517,7 +498,7 @@ QImage DecodeScaledJpeg(const QByteArray& file, int denominator, int parts)
 QImage DecodeJpegAtSize(const QByteArray& file, const QSize& size, int parts)
 {
     const std::optional<JpegHeader> header = ReadJpegHeader(file);
-    if (!header || !decodable(*header) || size.isEmpty())
+    if (!header || !OurJpegDecodersTake(*header) || size.isEmpty())
         return {};
     for (const int keep : {1, 2, 4}) {
         const QSize scaled = scaledSize(*header, keep);
