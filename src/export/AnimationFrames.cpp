@@ -9,8 +9,8 @@ namespace {
 // A frame that asks for 10 ms or less (most often 0, no delay set) stands 100 ms, as web
 // browsers show it: such files are made for them, and an animation of frames without a delay
 // would otherwise never move on in the video.
-constexpr int kShortestDelay = 10;       // milliseconds
-constexpr qint64 kUnsetDelay = 100000;   // microseconds
+constexpr int kShortestDelay = 10;     // milliseconds
+constexpr qint64 kUnsetDelay = 100000; // microseconds
 
 } // namespace
 
